@@ -1,0 +1,55 @@
+// modRegistry: every registry access of the program, by textual path.
+//
+// Callers name a key by a RegistryPath text ("HKEY_CURRENT_USER\Control
+// Panel\Cursors") and a value name (empty for the unnamed value). Each call
+// opens the key, does one thing and closes it. Failures are not raised: text
+// reads give "Error", number reads give 10, enumerations give nothing, writes
+// and deletions fail silently. The functions reproduce what the ANSI registry
+// functions of Windows give the program, whatever backend holds the data.
+#pragma once
+
+#include "foundation/RegistryStore.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace glyphmoor {
+
+// The marker every text-returning read gives when it cannot read.
+inline constexpr std::string_view kRegError = "Error";
+// What GetRegDword gives when it cannot read.
+inline constexpr std::int32_t kRegDwordUnreadable = 10;
+
+// The predefined key named exactly (case-sensitive) by a root name, or None.
+RootKey RootFromName(std::string_view rootName);
+
+// Splits a RegistryPath at its first backslash: sets root, replaces path by
+// its subkey part and returns the full path as it was.
+std::string SplitRegPath(std::string& path, RootKey& root);
+
+std::string GetRegString(RegistryStore& store, std::string_view path, std::string_view name);
+void SetRegString(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text);
+std::int32_t GetRegDword(RegistryStore& store, std::string_view path, std::string_view name);
+void SetRegDword(RegistryStore& store, std::string_view path, std::string_view name, std::int32_t number);
+// Binary data travel as text of one character per byte, each byte the
+// character's code in the ANSI code page (Windows-1252).
+std::string GetRegBinary(RegistryStore& store, std::string_view path, std::string_view name);
+void SetRegBinary(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text);
+void DeleteRegValue(RegistryStore& store, std::string_view path, std::string_view name);
+void DeleteRegKey(RegistryStore& store, std::string_view parentPath, std::string_view subkey);
+void CreateRegKey(RegistryStore& store, std::string_view path);
+bool RegKeyExists(RegistryStore& store, std::string_view path);
+
+// Append to names (and datas) from position names.size(); return how many were
+// appended. The lists are never cleared; a key that cannot be opened leaves
+// them as they were and gives 0.
+std::size_t EnumRegKeys(RegistryStore& store, std::string_view path, std::vector<std::string>& names);
+std::size_t EnumRegValues(RegistryStore& store, std::string_view path, std::vector<std::string>& names,
+                          std::vector<std::string>& datas);
+
+// The text up to, not including, its first NUL character.
+std::string TrimAtNull(std::string_view text);
+
+}  // namespace glyphmoor
