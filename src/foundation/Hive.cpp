@@ -87,7 +87,10 @@ HiveKey& HiveKey::AddSubkey(std::string_view subkeyName, bool& created) {
     return **subkeys.insert(it, std::move(key));
 }
 
-HiveValue& HiveKey::SetValue(std::string_view valueName, RegValue value) {
+HiveValue& HiveKey::SetValue(std::string_view valueName, RegValue value, bool* created) {
+    if (created != nullptr) {
+        *created = true;
+    }
     if (values.empty() || CompareRegistryNames(values.back().name, valueName) < 0) {
         values.push_back(HiveValue{std::string(valueName), std::move(value), {}});
         return values.back();
@@ -96,6 +99,9 @@ HiveValue& HiveKey::SetValue(std::string_view valueName, RegValue value) {
     if (it != values.end() && CompareRegistryNames(it->name, valueName) == 0) {
         it->value = std::move(value);
         it->raw = {};
+        if (created != nullptr) {
+            *created = false;
+        }
         return *it;
     }
     return *values.insert(it, HiveValue{std::string(valueName), std::move(value), {}});

@@ -43,8 +43,8 @@ struct HiveKey {
     [[nodiscard]] const HiveValue* FindValue(std::string_view valueName) const;
     // Adds a subkey in its place, or returns the one of that name.
     HiveKey& AddSubkey(std::string_view subkeyName, bool& created);
-    // Adds or replaces a value; returns it.
-    HiveValue& SetValue(std::string_view valueName, RegValue value);
+    // Adds or replaces a value; returns it, and tells whether it was new.
+    HiveValue& SetValue(std::string_view valueName, RegValue value, bool* created = nullptr);
     bool DeleteValue(std::string_view valueName);
     bool DeleteSubkey(std::string_view subkeyName);
     // The path from the hive's root, components joined by a backslash.

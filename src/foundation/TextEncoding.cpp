@@ -187,16 +187,26 @@ char16_t FoldCase(char16_t c) {
 
 int CompareNoCase(std::string_view a, std::string_view b) {
     // Fast path for ASCII, which is nearly every name.
+    static constexpr auto kLower = [] {
+        std::array<unsigned char, 128> table{};
+        for (int c = 0; c < 128; ++c) {
+            table[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+        }
+        return table;
+    }();
     const std::size_t n = std::min(a.size(), b.size());
     std::size_t i = 0;
     for (; i < n; ++i) {
         const auto ca = static_cast<unsigned char>(a[i]);
         const auto cb = static_cast<unsigned char>(b[i]);
+        if (ca == cb && ca < 0x80) {
+            continue;
+        }
         if (ca >= 0x80 || cb >= 0x80) {
             break;
         }
-        const auto ua = FoldCase(ca);
-        const auto ub = FoldCase(cb);
+        const auto ua = kLower[ca];
+        const auto ub = kLower[cb];
         if (ua != ub) {
             return ua < ub ? -1 : 1;
         }

@@ -79,16 +79,98 @@ bool ParseHexNumber(std::string_view s, T& out, std::size_t maxDigits) {
     return true;
 }
 
-std::vector<std::uint8_t> StringData(const std::u16string& text) {
-    std::vector<std::uint8_t> data;
-    data.reserve((text.size() + 1) * 2);
-    for (char16_t u : text) {
-        data.push_back(static_cast<std::uint8_t>(u & 0xFF));
-        data.push_back(static_cast<std::uint8_t>(u >> 8));
+// Reads an escaped string up to an unescaped delimiter, handing each UTF-16
+// unit to sink: Wine's escapes \a \b \e \f \n \r \t \v, \x with up to four
+// hex digits, up to three octal digits, and a backslash before any other
+// character standing for that character. Raw non-ASCII text is read as UTF-8.
+template <typename Sink>
+Status UnescapeUnits(std::string_view text, char delimiter, std::size_t& consumed, Sink sink) {
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const char c = text[i];
+        if (c == delimiter) {
+            consumed = i + 1;
+            return {};
+        }
+        if (c != '\\') {
+            if (static_cast<unsigned char>(c) < 0x80) {
+                sink(static_cast<char16_t>(c));
+                ++i;
+            } else {
+                std::size_t end = i + 1;
+                while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
+                    ++end;
+                }
+                for (char16_t unit : Utf8ToUtf16(text.substr(i, end - i))) {
+                    sink(unit);
+                }
+                i = end;
+            }
+            continue;
+        }
+        ++i;
+        if (i >= text.size()) {
+            break;
+        }
+        const char e = text[i];
+        switch (e) {
+            case 'a': sink(7); ++i; break;
+            case 'b': sink(8); ++i; break;
+            case 'e': sink(27); ++i; break;
+            case 'f': sink(12); ++i; break;
+            case 'n': sink(10); ++i; break;
+            case 'r': sink(13); ++i; break;
+            case 't': sink(9); ++i; break;
+            case 'v': sink(11); ++i; break;
+            case 'x': {
+                ++i;
+                unsigned v = 0;
+                int digits = 0;
+                while (digits < 4 && i < text.size() && IsHexDigit(text[i])) {
+                    v = v * 16 + static_cast<unsigned>(HexValue(text[i]));
+                    ++i;
+                    ++digits;
+                }
+                sink(digits == 0 ? u'x' : static_cast<char16_t>(v));
+                break;
+            }
+            default:
+                if (e >= '0' && e <= '7') {
+                    unsigned v = 0;
+                    int digits = 0;
+                    while (digits < 3 && i < text.size() && text[i] >= '0' && text[i] <= '7') {
+                        v = v * 8 + static_cast<unsigned>(text[i] - '0');
+                        ++i;
+                        ++digits;
+                    }
+                    sink(static_cast<char16_t>(v));
+                } else {
+                    sink(static_cast<char16_t>(static_cast<unsigned char>(e)));
+                    ++i;
+                }
+        }
     }
-    data.push_back(0);
-    data.push_back(0);
-    return data;
+    return Fail(std::string("missing closing ") + delimiter);
+}
+
+// Reads an escaped string up to its delimiter as UTF-8. Most names and texts
+// hold neither escapes nor non-ASCII characters and are taken as they stand.
+Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::size_t& consumed) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == delimiter) {
+            consumed = i + 1;
+            return std::string(text.substr(0, i));
+        }
+        if (c == '\\' || static_cast<unsigned char>(c) >= 0x80) {
+            break;
+        }
+    }
+    auto wide = UnescapeRegistryString(text, delimiter, consumed);
+    if (!wide) {
+        return Fail(wide.reason());
+    }
+    return Utf16ToUtf8(*wide);
 }
 
 Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
@@ -123,12 +205,34 @@ Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
 Result<RegValue> ParseValueData(std::string_view s) {
     RegValue value;
     auto parseString = [&](std::string_view body, std::uint32_t type) -> Result<RegValue> {
-        std::size_t consumed = 0;
-        auto text = UnescapeRegistryString(body, '"', consumed);
-        if (!text) {
-            return Fail(text.reason());
+        const auto plainEnd = body.find_first_of("\"\\");
+        if (plainEnd != std::string_view::npos && body[plainEnd] == '"') {
+            bool ascii = true;
+            for (std::size_t i = 0; i < plainEnd && ascii; ++i) {
+                ascii = static_cast<unsigned char>(body[i]) < 0x80;
+            }
+            if (ascii) {
+                RegValue plain{type, {}};
+                plain.data.resize((plainEnd + 1) * 2);
+                for (std::size_t i = 0; i < plainEnd; ++i) {
+                    plain.data[2 * i] = static_cast<std::uint8_t>(body[i]);
+                }
+                return plain;
+            }
         }
-        return RegValue{type, StringData(*text)};
+        RegValue text{type, {}};
+        text.data.reserve(body.size() * 2);
+        std::size_t consumed = 0;
+        Status status = UnescapeUnits(body, '"', consumed, [&](char16_t unit) {
+            text.data.push_back(static_cast<std::uint8_t>(unit & 0xFF));
+            text.data.push_back(static_cast<std::uint8_t>(unit >> 8));
+        });
+        if (!status) {
+            return Fail(status.reason());
+        }
+        text.data.push_back(0);
+        text.data.push_back(0);
+        return text;
     };
     if (!s.empty() && s.front() == '"') {
         return parseString(s.substr(1), kRegSz);
@@ -204,6 +308,9 @@ public:
         if (m_state == ReadState::Header) {
             return Fail(m_fileName + ": empty file, not a Wine registry");
         }
+        if (m_continuation) {
+            return Fail(m_fileName + ":" + std::to_string(m_lineNumber) + ": the file ends inside a continued value");
+        }
         if (m_state == ReadState::Preamble) {
             m_hive.preamble = std::string(Text(0, m_pendingStart == npos ? all.size() : m_pendingStart));
         }
@@ -231,13 +338,16 @@ private:
 
         // A value continued over several lines: join them.
         if (m_continuation) {
+            if (TrimLeft(line).empty()) {
+                return Fail("a continued value goes on with an empty line");
+            }
             m_joined.append(TrimLeft(line));
             if (!m_joined.empty() && m_joined.back() == '\\') {
                 m_joined.pop_back();
                 return {};
             }
             m_continuation = false;
-            return FinishValue(next);
+            return FinishValue(m_joined, next);
         }
 
         switch (m_state) {
@@ -310,13 +420,12 @@ private:
         }
         if (line.front() == '"' || line.front() == '@') {
             m_valueStart = start;
-            m_joined.assign(line);
-            if (m_joined.back() == '\\' && LooksContinued(m_joined)) {
-                m_joined.pop_back();
+            if (line.back() == '\\' && LooksContinued(line)) {
+                m_joined.assign(line.substr(0, line.size() - 1));
                 m_continuation = true;
                 return {};
             }
-            return FinishValue(next);
+            return FinishValue(line, next);
         }
         m_key->otherLines.emplace_back(line);
         return {};
@@ -329,18 +438,17 @@ private:
         return eq != std::string_view::npos;
     }
 
-    Status FinishValue(std::size_t next) {
-        std::string_view text = m_joined;
+    Status FinishValue(std::string_view text, std::size_t next) {
         std::string name;
         if (text.front() == '@') {
             text.remove_prefix(1);
         } else {
             std::size_t consumed = 0;
-            auto parsed = UnescapeRegistryString(text.substr(1), '"', consumed);
+            auto parsed = ReadEscapedUtf8(text.substr(1), '"', consumed);
             if (!parsed) {
                 return Fail("value name: " + parsed.reason());
             }
-            name = Utf16ToUtf8(*parsed);
+            name = std::move(*parsed);
             text.remove_prefix(1 + consumed);
         }
         if (text.empty() || text.front() != '=') {
@@ -350,13 +458,12 @@ private:
         if (!value) {
             return Fail("value \"" + name + "\": " + value.reason());
         }
-        const HiveValue* existing = m_key->FindValue(name);
-        if (existing != nullptr) {
-            m_key->changed = true;  // a repeated value: the last one wins, as in Wine
-        }
-        HiveValue& stored = m_key->SetValue(name, std::move(*value));
-        if (existing == nullptr) {
+        bool created = false;
+        HiveValue& stored = m_key->SetValue(name, std::move(*value), &created);
+        if (created) {
             stored.raw = Text(m_valueStart, next);
+        } else {
+            m_key->changed = true;  // a repeated value: the last one wins, as in Wine
         }
         return {};
     }
@@ -378,7 +485,7 @@ private:
 
     Status StartKey(std::string_view line, std::size_t leadStart, std::size_t headerStart) {
         std::size_t consumed = 0;
-        auto path = UnescapeRegistryString(line.substr(1), ']', consumed);
+        auto path = ReadEscapedUtf8(line.substr(1), ']', consumed);
         if (!path) {
             return Fail("key name: " + path.reason());
         }
@@ -392,17 +499,30 @@ private:
             }
             (void)ptr;
         }
-        const std::string utf8 = Utf16ToUtf8(*path);
-        HiveKey* key = m_hive.root.get();
-        std::string_view remaining = utf8;
+        // Keys come mostly in tree order: start below the deepest key the
+        // previous section's path shares with this one.
+        std::vector<std::string_view> parts;
+        std::string_view remaining = *path;
         while (!remaining.empty()) {
             const auto pos = remaining.find('\\');
             const std::string_view part = remaining.substr(0, pos);
             if (!part.empty()) {
-                bool created = false;
-                key = &key->AddSubkey(part, created);
+                parts.push_back(part);
             }
             remaining.remove_prefix(pos == std::string_view::npos ? remaining.size() : pos + 1);
+        }
+        std::size_t shared = 0;
+        while (shared < parts.size() && shared < m_lastParts.size() && parts[shared] == m_lastParts[shared]) {
+            ++shared;
+        }
+        m_lastParts.resize(shared);
+        m_lastKeys.resize(shared);
+        HiveKey* key = shared == 0 ? m_hive.root.get() : m_lastKeys[shared - 1];
+        for (std::size_t i = shared; i < parts.size(); ++i) {
+            bool created = false;
+            key = &key->AddSubkey(parts[i], created);
+            m_lastParts.emplace_back(parts[i]);
+            m_lastKeys.push_back(key);
         }
         if (key->hasSection) {
             key->changed = true;  // two sections for one key: written anew as one
@@ -433,6 +553,8 @@ private:
     std::size_t m_valueStart = 0;
     bool m_continuation = false;
     std::string m_joined;
+    std::vector<std::string> m_lastParts;
+    std::vector<HiveKey*> m_lastKeys;
 };
 
 std::string FormatHeader(const HiveKey& key) {
@@ -459,9 +581,18 @@ bool NeedsSection(const HiveKey& key) {
     return !key.metaLines.empty() || (key.hasSection && !key.otherLines.empty());
 }
 
+// Text kept from the file goes out as it came, but for a line end that the
+// file's last line may lack and that what follows needs.
+void AppendLines(std::string& out, std::string_view lines) {
+    out += lines;
+    if (!lines.empty() && lines.back() != '\n') {
+        out += '\n';
+    }
+}
+
 void WriteKey(const HiveKey& key, std::string& out) {
     if (key.hasSection && !key.changed) {
-        out += key.rawSection;
+        AppendLines(out, key.rawSection);
     } else if ((key.hasSection || key.changed) && NeedsSection(key)) {
         if (key.hasSection) {
             out += key.leading;
@@ -475,7 +606,7 @@ void WriteKey(const HiveKey& key, std::string& out) {
         }
         for (const auto& value : key.values) {
             if (!value.raw.empty()) {
-                out += value.raw;
+                AppendLines(out, value.raw);
             } else {
                 out += FormatRegistryValue(value.name, value.value);
             }
@@ -528,99 +659,11 @@ std::string EscapeRegistryString(std::u16string_view text, std::string_view deli
 Result<std::u16string> UnescapeRegistryString(std::string_view text, char delimiter, std::size_t& consumed) {
     std::u16string out;
     out.reserve(text.size());
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const char c = text[i];
-        if (c == delimiter) {
-            consumed = i + 1;
-            return out;
-        }
-        if (c != '\\') {
-            if (static_cast<unsigned char>(c) < 0x80) {
-                out.push_back(static_cast<char16_t>(c));
-                ++i;
-            } else {
-                // Raw non-ASCII text is read as UTF-8.
-                std::size_t end = i + 1;
-                while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
-                    ++end;
-                }
-                out += Utf8ToUtf16(text.substr(i, end - i));
-                i = end;
-            }
-            continue;
-        }
-        ++i;
-        if (i >= text.size()) {
-            break;
-        }
-        const char e = text[i];
-        switch (e) {
-            case 'a':
-                out.push_back(7);
-                ++i;
-                break;
-            case 'b':
-                out.push_back(8);
-                ++i;
-                break;
-            case 'e':
-                out.push_back(27);
-                ++i;
-                break;
-            case 'f':
-                out.push_back(12);
-                ++i;
-                break;
-            case 'n':
-                out.push_back(10);
-                ++i;
-                break;
-            case 'r':
-                out.push_back(13);
-                ++i;
-                break;
-            case 't':
-                out.push_back(9);
-                ++i;
-                break;
-            case 'v':
-                out.push_back(11);
-                ++i;
-                break;
-            case 'x': {
-                ++i;
-                unsigned v = 0;
-                int digits = 0;
-                while (digits < 4 && i < text.size() && IsHexDigit(text[i])) {
-                    v = v * 16 + static_cast<unsigned>(HexValue(text[i]));
-                    ++i;
-                    ++digits;
-                }
-                if (digits == 0) {
-                    out.push_back(u'x');
-                } else {
-                    out.push_back(static_cast<char16_t>(v));
-                }
-                break;
-            }
-            default:
-                if (e >= '0' && e <= '7') {
-                    unsigned v = 0;
-                    int digits = 0;
-                    while (digits < 3 && i < text.size() && text[i] >= '0' && text[i] <= '7') {
-                        v = v * 8 + static_cast<unsigned>(text[i] - '0');
-                        ++i;
-                        ++digits;
-                    }
-                    out.push_back(static_cast<char16_t>(v));
-                } else {
-                    out.push_back(static_cast<char16_t>(static_cast<unsigned char>(e)));
-                    ++i;
-                }
-        }
+    Status status = UnescapeUnits(text, delimiter, consumed, [&](char16_t unit) { out.push_back(unit); });
+    if (!status) {
+        return Fail(status.reason());
     }
-    return Fail(std::string("missing closing ") + delimiter);
+    return out;
 }
 
 std::string FormatRegistryValue(std::string_view name, const RegValue& value) {
@@ -718,7 +761,7 @@ Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::str
 std::string SerializeWineRegistry(const Hive& hive) {
     std::string out;
     out.reserve(hive.source ? hive.source->size() + 4096 : 4096);
-    out += hive.preamble;
+    AppendLines(out, hive.preamble);
     WriteKey(*hive.root, out);
     out += hive.trailer;
     return out;

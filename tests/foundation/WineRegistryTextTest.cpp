@@ -166,6 +166,8 @@ TEST(WineRegistryText, MalformedFilesAreRefusedWithFileAndLine) {
         {"value-before-key", header + "\"v\"=\"x\"\n", "test.reg:3: a value outside of any key"},
         {"unterminated-key", header + "[k 0\n", "test.reg:3: key name: missing closing ]"},
         {"bad-continuation", header + "[k] 0\n\"v\"=hex:00,\\\n  zz\n", "test.reg:5:"},
+        {"continued-into-nothing", header + "[k] 0\n\"v\"=hex:00,\\\n\n[j] 0\n", "test.reg:5: a continued value"},
+        {"continued-past-the-end", header + "[k] 0\n\"v\"=hex:00,\\\n", "test.reg:4: the file ends inside"},
     };
     for (const auto& c : cases) {
         auto hive = ParseWineRegistry(std::make_shared<const std::string>(c.text), "test.reg");
