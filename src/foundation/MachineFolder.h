@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -40,6 +41,9 @@ private:
     explicit MachineFolder(std::filesystem::path dir) : m_dir(std::move(dir)) {}
     std::filesystem::path m_dir;
 };
+
+// The folders where a wineserver for the prefix would keep its lock file.
+std::vector<std::filesystem::path> WineServerDirs(const std::filesystem::path& prefix);
 
 // Resolves the components of a relative Windows path under base without regard
 // to case; components that do not exist are kept as given.

@@ -4,20 +4,22 @@
 #include "foundation/modRegistry.h"
 #include "support/TempMachine.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 namespace glyphmoor::test {
 namespace {
 
 constexpr std::string_view kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
 
-RegValue Value(std::uint32_t type, std::vector<std::uint8_t> data) { return RegValue{type, std::move(data)}; }
+RegValue Value(std::uint32_t type, std::vector<std::uint8_t> data) {
+    return RegValue{type, std::move(data)};
+}
 
 TEST(MachineRegistry, EveryValueTypeSurvivesASaveAndAReload) {
     TempMachine folder;
@@ -71,9 +73,10 @@ TEST(MachineRegistry, SavingWithoutChangesWritesNothing) {
     TempMachine folder;
     const FileStamp before = StampOf(folder.Dir() / "system.reg");
     auto machine = folder.Open();
-    EXPECT_EQ(GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
-                           "VersionNumber"),
-              "4.10.2222");
+    EXPECT_EQ(
+        GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
+                     "VersionNumber"),
+        "4.10.2222");
     EXPECT_FALSE(dynamic_cast<MachineRegistry&>(machine->Registry()).HasUnsavedChanges());
     ASSERT_TRUE(machine->Save().ok());
     EXPECT_EQ(StampOf(folder.Dir() / "system.reg"), before);
@@ -98,8 +101,8 @@ TEST(MachineRegistry, TwoProcessesSavingDifferentValuesBothKeepTheirs) {
     EXPECT_EQ(GetRegString(merged->Registry(), kSettings, "Top"), "20");
     EXPECT_EQ(GetRegDword(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\One", "n"), 1);
     EXPECT_EQ(GetRegDword(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Two", "n"), 2);
-    EXPECT_EQ(GetRegString(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
-                           "SystemRoot"),
+    EXPECT_EQ(GetRegString(merged->Registry(),
+                           "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion", "SystemRoot"),
               "Error");
     // The first process goes on from the merged state too.
     SetRegString(first->Registry(), kSettings, "Left", "11");
@@ -111,7 +114,8 @@ TEST(MachineRegistry, TwoProcessesSavingDifferentValuesBothKeepTheirs) {
 
 TEST(MachineRegistry, AMalformedHiveIsRefusedAndLeftAlone) {
     TempMachine folder;
-    const std::string broken = HiveText("\\\\User\\\\S-1-5-21-0-0-0-1000", "\n[Software] 0\n\"v\"=dword:nope\n");
+    const std::string broken =
+        HiveText("\\\\User\\\\S-1-5-21-0-0-0-1000", "\n[Software] 0\n\"v\"=dword:nope\n");
     folder.Folder().Write("user.reg", broken);
     auto machine = OpenMachineFolder(folder.Dir());
     ASSERT_FALSE(machine.ok());
@@ -131,8 +135,10 @@ TEST(MachineRegistry, PredefinedKeysMapAsOnWindows) {
     EXPECT_EQ(GetRegString(r, "HKEY_USERS\\S-1-5-21-0-0-0-1000\\Software\\Mine", "who"), "current user");
     EXPECT_EQ(GetRegString(r, "HKEY_CURRENT_USER\\Software\\Mine", "who"), "current user");
     SetRegString(r, "HKEY_CURRENT_CONFIG\\Display", "x", "y");
-    EXPECT_EQ(GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Hardware Profiles\\Current\\Display", "x"),
-              "y");
+    EXPECT_EQ(
+        GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Hardware Profiles\\Current\\Display",
+                     "x"),
+        "y");
     std::vector<std::string> users;
     EnumRegKeys(r, "HKEY_USERS", users);
     EXPECT_EQ(users, (std::vector<std::string>{".Default", "S-1-5-21-0-0-0-1000"}));
@@ -154,15 +160,18 @@ TEST(MachineRegistry, WineLinkKeysAreFollowed) {
         hex += byte;
     }
     hex.pop_back();
-    TempMachine folder("\n[System\\\\ControlSet001\\\\Control] 0\n\"Current User\"=\"wine\"\n"
-                       "\n[System\\\\ControlSet001\\\\Hardware Profiles\\\\Current] 0\n"
-                       "\n[System\\\\CurrentControlSet] 0\n#link\n\"SymbolicLinkValue\"=hex(6):" +
-                       hex + "\n");
+    TempMachine folder(
+        "\n[System\\\\ControlSet001\\\\Control] 0\n\"Current User\"=\"wine\"\n"
+        "\n[System\\\\ControlSet001\\\\Hardware Profiles\\\\Current] 0\n"
+        "\n[System\\\\CurrentControlSet] 0\n#link\n\"SymbolicLinkValue\"=hex(6):" +
+        hex + "\n");
     auto machine = folder.Open();
     RegistryStore& r = machine->Registry();
-    EXPECT_EQ(GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control", "Current User"), "wine");
+    EXPECT_EQ(GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control", "Current User"),
+              "wine");
     SetRegDword(r, "HKEY_CURRENT_CONFIG\\Software", "n", 5);
-    EXPECT_EQ(GetRegDword(r, "HKEY_LOCAL_MACHINE\\System\\ControlSet001\\Hardware Profiles\\Current\\Software", "n"),
+    EXPECT_EQ(GetRegDword(
+                  r, "HKEY_LOCAL_MACHINE\\System\\ControlSet001\\Hardware Profiles\\Current\\Software", "n"),
               5);
 }
 
@@ -170,13 +179,9 @@ TEST(MachineRegistry, WineLinkKeysAreFollowed) {
 // child process (a process never sees its own locks), until destroyed.
 class FakeWineServer {
 public:
-    explicit FakeWineServer(const std::filesystem::path& dir) {
-        struct stat st {};
-        ::stat(dir.c_str(), &st);
-        char name[160];
-        std::snprintf(name, sizeof name, "/tmp/.wine-%u/server-%llx-%llx", static_cast<unsigned>(::getuid()),
-                      static_cast<unsigned long long>(st.st_dev), static_cast<unsigned long long>(st.st_ino));
-        m_serverDir = name;
+    // where: which of the places a wineserver may keep its lock.
+    FakeWineServer(const std::filesystem::path& dir, std::size_t where) {
+        m_serverDir = WineServerDirs(dir).at(where);
         std::filesystem::create_directories(m_serverDir);
         int ready[2];
         int release[2];
@@ -208,7 +213,10 @@ public:
         ::close(m_release);
         ::waitpid(m_child, nullptr, 0);
         std::error_code ec;
-        std::filesystem::remove_all(m_serverDir, ec);
+        std::filesystem::remove_all(m_serverDir.parent_path().filename().string().starts_with(".wine-")
+                                        ? m_serverDir
+                                        : m_serverDir.parent_path(),
+                                    ec);
     }
     FakeWineServer(const FakeWineServer&) = delete;
     FakeWineServer& operator=(const FakeWineServer&) = delete;
@@ -220,22 +228,26 @@ private:
 };
 
 TEST(MachineRegistry, APrefixWithARunningWineServerIsRefusedForWriting) {
-    TempMachine folder;
-    auto machine = folder.Open();
-    const std::string before = folder.Folder().Read("user.reg");
-    SetRegString(machine->Registry(), kSettings, "Left", "1");
-    {
-        FakeWineServer server(folder.Dir());
-        // Reading goes on.
-        EXPECT_EQ(GetRegString(machine->Registry(), kSettings, "Left"), "1");
-        Status saved = machine->Save();
-        ASSERT_FALSE(saved.ok());
-        EXPECT_NE(saved.reason().find(folder.Dir().string()), std::string::npos);
-        EXPECT_NE(saved.reason().find("wineserver -k"), std::string::npos);
-        EXPECT_EQ(folder.Folder().Read("user.reg"), before);
+    for (std::size_t where : {0U, 1U}) {
+        TempMachine folder;
+        // Debian's Wine names its own folder in /tmp in the prefix.
+        folder.Folder().Write("wineserver", "wine-glyphmoortest" + std::to_string(::getpid()));
+        auto machine = folder.Open();
+        const std::string before = folder.Folder().Read("user.reg");
+        SetRegString(machine->Registry(), kSettings, "Left", "1");
+        {
+            FakeWineServer server(folder.Dir(), where);
+            // Reading goes on.
+            EXPECT_EQ(GetRegString(machine->Registry(), kSettings, "Left"), "1");
+            Status saved = machine->Save();
+            ASSERT_FALSE(saved.ok());
+            EXPECT_NE(saved.reason().find(folder.Dir().string()), std::string::npos);
+            EXPECT_NE(saved.reason().find("wineserver -k"), std::string::npos);
+            EXPECT_EQ(folder.Folder().Read("user.reg"), before);
+        }
+        EXPECT_TRUE(machine->Save().ok());
+        EXPECT_NE(folder.Folder().Read("user.reg"), before);
     }
-    EXPECT_TRUE(machine->Save().ok());
-    EXPECT_NE(folder.Folder().Read("user.reg"), before);
 }
 
 TEST(MachineRegistry, AWriteThatFailsPartWayLeavesTheOldFile) {
