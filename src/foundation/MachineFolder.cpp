@@ -87,7 +87,7 @@ fs::path MachineFolder::LockFile() const {
 
 fs::path MachineFolder::DriveRoot(char letter) const {
     const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    const fs::path mapped = m_dir / "dosdevices" / (std::string(1, lower) + ":");
+    fs::path mapped = m_dir / "dosdevices" / (std::string(1, lower) + ":");
     std::error_code ec;
     if (fs::exists(mapped, ec)) {
         return mapped;

@@ -43,7 +43,7 @@ std::u32string AnsiData(const RegValue& value) {
     return out;
 }
 
-std::u32string TrimBlanks(std::u32string text) {
+std::u32string TrimBlanks(const std::u32string& text) {
     const auto first = text.find_first_not_of(U' ');
     if (first == std::u32string::npos) {
         return {};
