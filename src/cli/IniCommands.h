@@ -11,6 +11,7 @@
 // a colon (C:\Msdos.sys), else a path of the host.
 #pragma once
 
+#include "cli/Cli.h"
 #include "foundation/Environment.h"
 
 #include <ostream>
@@ -28,5 +29,9 @@ int CmdIni(const std::vector<std::string>& args, const Environment* env, std::os
 
 // The lines `glyphmoor-cli help` shows for these commands.
 std::string_view IniCommandHelp();
+
+// The commands' table for the dispatcher. A FILE that is a Windows path opens
+// the machine to map it; a host path needs no machine.
+std::span<const CliCommand> IniCommands();
 
 }  // namespace glyphmoor

@@ -31,16 +31,19 @@ enum : std::uint32_t {
 std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path);
 
 // Writes `bytes` to `path` as one transaction: into a new file beside it,
-// flushed to the disk, then renamed over the old one, which keeps its
-// permissions and DOS attributes. On any failure the old file is left as it
+// flushed to the disk, then renamed over the old one. Unlike
+// WriteFileAtomically (FileIo.h), which serves the registry hives, it carries
+// the old file's DOS attributes over as well as its permissions: the files
+// that go through it (desktop.ini, Msdos.sys) are often hidden and system
+// files, and must stay so for Wine. On any failure the old file is left as it
 // was, the new one is removed and the reason is given.
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes);
 
 // The same, with the function that writes each chunk of the file given, so
 // that tests can make the writing fail part way. It returns how many bytes of
 // the chunk it wrote.
 using ChunkWriter = std::function<std::size_t(std::FILE*, std::string_view)>;
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes,
-                           const ChunkWriter& write);
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write);
 
 }  // namespace glyphmoor

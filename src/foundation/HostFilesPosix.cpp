@@ -51,14 +51,14 @@ std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& pat
     return attributes;
 }
 
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
-    return WriteFileAtomically(path, bytes, [](std::FILE* file, std::string_view chunk) {
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {
+    return SaveFileTransactionally(path, bytes, [](std::FILE* file, std::string_view chunk) {
         return std::fwrite(chunk.data(), 1, chunk.size(), file);
     });
 }
 
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes,
-                           const ChunkWriter& write) {
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
     std::random_device random;
@@ -116,6 +116,12 @@ Status WriteFileAtomically(const std::filesystem::path& path, std::string_view b
         const int error = errno;
         ::unlink(temp.c_str());
         return Fail("Cannot replace " + path.string() + ": " + ErrnoText(error));
+    }
+    // Make the rename itself durable.
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
     }
     return {};
 }

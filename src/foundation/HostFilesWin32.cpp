@@ -17,14 +17,14 @@ std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& pat
     return static_cast<std::uint32_t>(attributes);
 }
 
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
-    return WriteFileAtomically(path, bytes, [](std::FILE* file, std::string_view chunk) {
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {
+    return SaveFileTransactionally(path, bytes, [](std::FILE* file, std::string_view chunk) {
         return std::fwrite(chunk.data(), 1, chunk.size(), file);
     });
 }
 
-Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes,
-                           const ChunkWriter& write) {
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
     std::random_device random;

@@ -16,7 +16,9 @@ struct Failure {
     std::string reason;
 };
 
-inline Failure Fail(std::string reason) { return Failure{std::move(reason)}; }
+inline Failure Fail(std::string reason) {
+    return Failure{std::move(reason)};
+}
 
 template <typename T>
 class [[nodiscard]] Result {

@@ -217,6 +217,8 @@ int CompareNoCase(std::string_view a, std::string_view b) {
     return wa.size() == wb.size() ? 0 : (wa.size() < wb.size() ? -1 : 1);
 }
 
-bool EqualsNoCase(std::string_view a, std::string_view b) { return CompareNoCase(a, b) == 0; }
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+    return CompareNoCase(a, b) == 0;
+}
 
 }  // namespace glyphmoor

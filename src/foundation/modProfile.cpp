@@ -161,7 +161,7 @@ std::uint32_t ProfileGetString(const std::filesystem::path& file, OptionalText s
 }
 
 Status SaveProfileFile(const std::filesystem::path& file, const ProfileFile& contents) {
-    return WriteFileAtomically(file, contents.Bytes());
+    return SaveFileTransactionally(file, contents.Bytes());
 }
 
 Status ProfileSetString(const std::filesystem::path& file, OptionalText section, OptionalText key,

@@ -1,4 +1,5 @@
 // The ini commands, run in-process with captured output.
+#include "cli/Cli.h"
 #include "cli/IniCommands.h"
 #include "foundation/FakeEnvironment.h"
 #include "foundation/ScratchFolder.h"
@@ -86,6 +87,20 @@ TEST_F(IniCommands, LongValuesAndKeyListsAreCut) {
     // 297 characters of names and NULs: each NUL is printed as a line end.
     EXPECT_EQ(keys.size(), 298U);
     EXPECT_TRUE(keys.starts_with("v\nkey_number_0\nkey_number_1\n"));
+}
+
+TEST_F(IniCommands, ThroughTheDispatcherOnAMachineFolder) {
+    std::ostringstream out, err;
+    const std::string machine = m_dir.path().string();
+    EXPECT_EQ(
+        RunCli({"--machine", machine, "ini", "write", "C:\\msdos.sys", "Options", "Logo", "1"}, out, err), 0)
+        << err.str();
+    EXPECT_EQ(RunCli({"--machine", machine, "ini", "keys", "C:\\MSDOS.SYS", "options"}, out, err), 0)
+        << err.str();
+    EXPECT_EQ(out.str(), "BootGUI\nLogo\nBootGUI\n");
+    EXPECT_EQ(ReadAll(m_dir.path() / "drive_c" / "MSDOS.SYS"),
+              "[Paths]\r\nWinDir=C:\\WINDOWS\r\n\r\n[Options]\r\n;comment\r\nBootGUI=1\r\nLogo=1\r\n"
+              "Network\r\nBootGUI=2\r\n");
 }
 
 TEST_F(IniCommands, Failures) {

@@ -190,7 +190,7 @@ TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
     for (const std::size_t failAt : {std::size_t{0}, std::size_t{4096}, std::size_t{9000}}) {
         std::size_t written = 0;
         const Status status =
-            WriteFileAtomically(path, replacement, [&](std::FILE* file, std::string_view chunk) {
+            SaveFileTransactionally(path, replacement, [&](std::FILE* file, std::string_view chunk) {
                 const std::size_t n = std::min(chunk.size(), failAt > written ? failAt - written : 0);
                 written += std::fwrite(chunk.data(), 1, n, file);
                 return n;
@@ -200,7 +200,7 @@ TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1)
             << "no temporary file is left behind";
     }
-    ASSERT_TRUE(WriteFileAtomically(path, replacement).ok());
+    ASSERT_TRUE(SaveFileTransactionally(path, replacement).ok());
     EXPECT_EQ(ReadAll(path), replacement);
 }
 

@@ -1,0 +1,60 @@
+// glyphmoor-cli: scriptable commands over the core.
+//
+// Output is plain text, one item a line, fields separated by a TAB. Errors go to
+// the error stream with a non-zero status: 1 when the work failed, 2 when the
+// command line was wrong.
+#pragma once
+
+#include "foundation/Machine.h"
+
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace glyphmoor {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitFailed = 1;
+inline constexpr int kExitUsage = 2;
+
+class CliContext {
+public:
+    CliContext(std::ostream& output, std::ostream& errors, std::optional<std::filesystem::path> machineDir)
+        : out(output), err(errors), m_machineDir(std::move(machineDir)) {}
+
+    std::ostream& out;
+    std::ostream& err;
+
+    // The machine of --machine DIR, or the built-in default machine; opened on
+    // first use. nullptr after saying why on the error stream.
+    Machine* OpenMachine();
+    // Ends a command that changed the machine: writes it back. False after
+    // saying why on the error stream.
+    bool SaveMachine();
+
+private:
+    std::optional<std::filesystem::path> m_machineDir;
+    std::unique_ptr<Machine> m_machine;
+};
+
+using CommandArgs = std::span<const std::string>;
+
+struct CliCommand {
+    std::string_view name;
+    std::string_view usage;    // the arguments, as help shows them
+    std::string_view summary;  // one line
+    int (*run)(CliContext& context, CommandArgs args);
+};
+
+// Runs a whole command line (without the program's name).
+int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// Says how a command is used, on the error stream, and gives kExitUsage.
+int UsageError(CliContext& context, const CliCommand& command);
+
+}  // namespace glyphmoor

@@ -1,0 +1,45 @@
+// Whole-file reads, atomic replacement and an advisory lock.
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace glyphmoor {
+
+Result<std::string> ReadWholeFile(const std::filesystem::path& file);
+
+// Replaces file by contents atomically: a new file beside it is written,
+// flushed to disk and renamed over the old one, so readers see either the old
+// or the new contents, never a mix. The old file's permissions are kept.
+Status WriteFileAtomically(const std::filesystem::path& file, std::string_view contents);
+
+// What tells one version of a file from another without reading it.
+struct FileStamp {
+    bool exists = false;
+    std::uint64_t size = 0;
+    std::int64_t modifiedNs = 0;
+    std::uint64_t inode = 0;
+
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+FileStamp StampOf(const std::filesystem::path& file);
+
+// An exclusive advisory lock held on a lock file for the object's lifetime.
+class FileLock {
+public:
+    static Result<std::unique_ptr<FileLock>> Acquire(const std::filesystem::path& lockFile);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+private:
+    explicit FileLock(int fd) : m_fd(fd) {}
+    int m_fd;
+};
+
+}  // namespace glyphmoor

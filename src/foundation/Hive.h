@@ -1,0 +1,73 @@
+// Hive: one registry file held in memory as a tree of keys.
+//
+// Keys and values are kept in the order Wine keeps them (names compared without
+// case, a shorter name before a longer one it begins), which is also the order
+// in which they are enumerated and saved. Each key and value remembers the text
+// it was read from, so that a file saved without changes to a key gives that
+// key's lines back byte for byte.
+#pragma once
+
+#include "foundation/RegistryStore.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace glyphmoor {
+
+struct HiveValue {
+    std::string name;  // UTF-8; empty for the unnamed value
+    RegValue value;
+    std::string_view raw;  // its lines in the loaded file; empty once made or changed here
+};
+
+struct HiveKey {
+    std::string name;
+    HiveKey* parent = nullptr;
+    std::vector<std::unique_ptr<HiveKey>> subkeys;
+    std::vector<HiveValue> values;
+
+    // What the loaded file said of this key.
+    bool hasSection = false;              // the file had a [section] for it
+    bool changed = false;                 // its section must be written anew
+    std::string_view rawSection;          // leading lines, header and body as read
+    std::string_view leading;             // blank lines and comments before its header
+    std::vector<std::string> metaLines;   // "#class=...", "#link" and other '#' lines but "#time="
+    std::vector<std::string> otherLines;  // lines inside the section that are not understood
+    std::uint64_t modified = 0;           // last change as a FILETIME (100 ns since 1601)
+
+    [[nodiscard]] bool IsLink() const;
+    [[nodiscard]] HiveKey* FindSubkey(std::string_view subkeyName) const;
+    [[nodiscard]] const HiveValue* FindValue(std::string_view valueName) const;
+    // Adds a subkey in its place, or returns the one of that name.
+    HiveKey& AddSubkey(std::string_view subkeyName, bool& created);
+    // Adds or replaces a value; returns it.
+    HiveValue& SetValue(std::string_view valueName, RegValue value);
+    bool DeleteValue(std::string_view valueName);
+    bool DeleteSubkey(std::string_view subkeyName);
+    // The path from the hive's root, components joined by a backslash.
+    [[nodiscard]] std::string Path() const;
+};
+
+// Wine's name order: compared without case over the common length, then the
+// shorter first.
+int CompareRegistryNames(std::string_view a, std::string_view b);
+
+struct Hive {
+    std::shared_ptr<const std::string> source;  // the text the views point into
+    std::string preamble;  // header, relative-root comment, #arch: everything before the first key
+    std::string trailer;   // blank lines and comments after the last key
+    std::unique_ptr<HiveKey> root = std::make_unique<HiveKey>();
+
+    // A key by its path from the root ("" is the root); nullptr when absent.
+    [[nodiscard]] HiveKey* Find(std::string_view path) const;
+    // Finds or creates every key on the path; marks what it creates as changed.
+    HiveKey& Create(std::string_view path, std::uint64_t now);
+};
+
+// The current time as a FILETIME.
+std::uint64_t FileTimeNow();
+
+}  // namespace glyphmoor
