@@ -175,12 +175,12 @@ std::u16string BytesToUtf16(std::string_view bytes) {
 }
 
 char16_t FoldCase(char16_t c) {
-    if (c >= u'a' && c <= u'z') {
-        return static_cast<char16_t>(c - 32);
+    if (c >= u'A' && c <= u'Z') {
+        return static_cast<char16_t>(c + 32);
     }
-    // Latin-1 lower-case letters, except the division sign and y with diaeresis.
-    if (c >= 0xE0 && c <= 0xFE && c != 0xF7) {
-        return static_cast<char16_t>(c - 32);
+    // Latin-1 upper-case letters, except the multiplication sign.
+    if (c >= 0xC0 && c <= 0xDE && c != 0xD7) {
+        return static_cast<char16_t>(c + 32);
     }
     return c;
 }

@@ -28,8 +28,9 @@ std::uint8_t CodePointToAnsi(char32_t codePoint);
 std::string Utf16ToBytes(std::u16string_view text);
 std::u16string BytesToUtf16(std::string_view bytes);
 
-// Compares two texts as Windows compares names: without regard to case.
-// Only ASCII and Latin-1 letters are folded.
+// Compares two texts as Windows and Wine compare names: without regard to
+// case, letters folded to lower case (so '_' sorts before the letters). Only
+// ASCII and Latin-1 letters are folded.
 int CompareNoCase(std::string_view a, std::string_view b);
 bool EqualsNoCase(std::string_view a, std::string_view b);
 char16_t FoldCase(char16_t c);

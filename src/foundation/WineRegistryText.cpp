@@ -268,6 +268,9 @@ private:
             m_state = ReadState::Key;
             return OnKeyLine(line, start, start);
         }
+        if (line.front() == '"' || line.front() == '@') {
+            return Fail("a value outside of any key");
+        }
         if (IsBlankOrComment(line)) {
             if (m_pendingStart == npos) {
                 m_pendingStart = start;
@@ -292,9 +295,6 @@ private:
             return StartKey(line, leadStart, start);
         }
         FlushPendingIntoKey(start);
-        if (m_key == nullptr) {
-            return Fail("a line outside of any key");
-        }
         if (line.starts_with("#time=")) {
             std::uint64_t ticks = 0;
             if (ParseHexNumber(line.substr(6), ticks, 16)) {

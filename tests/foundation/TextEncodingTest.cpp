@@ -47,8 +47,10 @@ TEST(TextEncoding, NamesCompareWithoutCase) {
     EXPECT_LT(CompareNoCase("abc", "ABD"), 0);
     EXPECT_LT(CompareNoCase("ab", "ABC"), 0);
     EXPECT_TRUE(EqualsNoCase("caf\xC3\xA9", "CAF\xC3\x89"));
-    // '_' sorts after the upper-case letters, as Windows' upper-casing compare has it.
-    EXPECT_GT(CompareNoCase("a_", "aZ"), 0);
+    // Names fold to lower case, so '_' sorts before every letter, as in Wine's hives.
+    EXPECT_LT(CompareNoCase("a_", "aZ"), 0);
+    EXPECT_LT(CompareNoCase("GB2312", "GB_2312-80"), 0);
+    EXPECT_LT(CompareNoCase("GB_2312-80", "GBK"), 0);
 }
 
 }  // namespace

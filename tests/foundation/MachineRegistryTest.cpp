@@ -1,0 +1,269 @@
+#include "foundation/FileIo.h"
+#include "foundation/MachineRegistry.h"
+#include "foundation/TextEncoding.h"
+#include "foundation/modRegistry.h"
+#include "support/TempMachine.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace glyphmoor::test {
+namespace {
+
+constexpr std::string_view kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
+
+RegValue Value(std::uint32_t type, std::vector<std::uint8_t> data) { return RegValue{type, std::move(data)}; }
+
+TEST(MachineRegistry, EveryValueTypeSurvivesASaveAndAReload) {
+    TempMachine folder;
+    const std::vector<std::pair<std::string, RegValue>> values = {
+        {"", Value(kRegSz, {'d', 0, 0, 0})},
+        {"sz", Value(kRegSz, {'a', 0, 0xe9, 0, 0x3d, 0xd8, 0x00, 0xde, '"', 0, '\\', 0, 0, 0})},
+        {"expand", Value(kRegExpandSz, {'%', 0, 'x', 0, '%', 0, 0, 0})},
+        {"multi", Value(kRegMultiSz, {'a', 0, 0, 0, 'b', 0, 0, 0, 0, 0})},
+        {"dword", Value(kRegDword, {1, 2, 3, 4})},
+        {"binary", Value(kRegBinary, std::vector<std::uint8_t>(200, 0x5a))},
+        {"none", Value(kRegNone, {})},
+        {"qword", Value(kRegQword, {8, 7, 6, 5, 4, 3, 2, 1})},
+        {"odd string", Value(kRegSz, {'x'})},
+        {"name with \"quotes\" and caf\xC3\xA9", Value(kRegDword, {0, 0, 0, 0})},
+    };
+    {
+        auto machine = folder.Open();
+        RegHandle key = kNoHandle;
+        ASSERT_EQ(machine->Registry().CreateKey(RootKey::CurrentUser, "Software\\Types", key), kErrorSuccess);
+        for (const auto& [name, value] : values) {
+            ASSERT_EQ(machine->Registry().SetValue(key, name, value), kErrorSuccess);
+        }
+        ASSERT_TRUE(machine->Save().ok());
+    }
+    auto reopened = folder.Open();
+    RegHandle key = kNoHandle;
+    ASSERT_EQ(reopened->Registry().OpenKey(RootKey::CurrentUser, "software\\TYPES", RegAccess::Read, key),
+              kErrorSuccess);
+    for (const auto& [name, value] : values) {
+        RegValue read;
+        ASSERT_EQ(reopened->Registry().QueryValue(key, name, read), kErrorSuccess) << name;
+        EXPECT_EQ(read, value) << name;
+    }
+}
+
+TEST(MachineRegistry, StringsWithoutTheirNulGetOneAsOnWindowsNt) {
+    TempMachine folder;
+    auto machine = folder.Open();
+    RegHandle key = kNoHandle;
+    ASSERT_EQ(machine->Registry().CreateKey(RootKey::CurrentUser, "k", key), kErrorSuccess);
+    machine->Registry().SetValue(key, "s", Value(kRegSz, {'a', 0}));
+    machine->Registry().SetValue(key, "empty", Value(kRegSz, {}));
+    RegValue read;
+    machine->Registry().QueryValue(key, "s", read);
+    EXPECT_EQ(read.data, (std::vector<std::uint8_t>{'a', 0, 0, 0}));
+    machine->Registry().QueryValue(key, "empty", read);
+    EXPECT_TRUE(read.data.empty());
+}
+
+TEST(MachineRegistry, SavingWithoutChangesWritesNothing) {
+    TempMachine folder;
+    const FileStamp before = StampOf(folder.Dir() / "system.reg");
+    auto machine = folder.Open();
+    EXPECT_EQ(GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
+                           "VersionNumber"),
+              "4.10.2222");
+    EXPECT_FALSE(dynamic_cast<MachineRegistry&>(machine->Registry()).HasUnsavedChanges());
+    ASSERT_TRUE(machine->Save().ok());
+    EXPECT_EQ(StampOf(folder.Dir() / "system.reg"), before);
+    EXPECT_FALSE(std::filesystem::exists(folder.Dir() / "user.reg.tmp"));
+}
+
+TEST(MachineRegistry, TwoProcessesSavingDifferentValuesBothKeepTheirs) {
+    TempMachine folder;
+    auto first = folder.Open();
+    auto second = folder.Open();
+    SetRegString(first->Registry(), kSettings, "Left", "10");
+    SetRegDword(first->Registry(), "HKEY_LOCAL_MACHINE\\Software\\One", "n", 1);
+    SetRegString(second->Registry(), kSettings, "Top", "20");
+    SetRegDword(second->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Two", "n", 2);
+    DeleteRegValue(second->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
+                   "SystemRoot");
+    ASSERT_TRUE(first->Save().ok());
+    ASSERT_TRUE(second->Save().ok());
+
+    auto merged = folder.Open();
+    EXPECT_EQ(GetRegString(merged->Registry(), kSettings, "Left"), "10");
+    EXPECT_EQ(GetRegString(merged->Registry(), kSettings, "Top"), "20");
+    EXPECT_EQ(GetRegDword(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\One", "n"), 1);
+    EXPECT_EQ(GetRegDword(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Two", "n"), 2);
+    EXPECT_EQ(GetRegString(merged->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
+                           "SystemRoot"),
+              "Error");
+    // The first process goes on from the merged state too.
+    SetRegString(first->Registry(), kSettings, "Left", "11");
+    ASSERT_TRUE(first->Save().ok());
+    auto last = folder.Open();
+    EXPECT_EQ(GetRegString(last->Registry(), kSettings, "Left"), "11");
+    EXPECT_EQ(GetRegString(last->Registry(), kSettings, "Top"), "20");
+}
+
+TEST(MachineRegistry, AMalformedHiveIsRefusedAndLeftAlone) {
+    TempMachine folder;
+    const std::string broken = HiveText("\\\\User\\\\S-1-5-21-0-0-0-1000", "\n[Software] 0\n\"v\"=dword:nope\n");
+    folder.Folder().Write("user.reg", broken);
+    auto machine = OpenMachineFolder(folder.Dir());
+    ASSERT_FALSE(machine.ok());
+    EXPECT_NE(machine.reason().find("user.reg:7: value \"v\": bad dword value"), std::string::npos)
+        << machine.reason();
+    EXPECT_EQ(folder.Folder().Read("user.reg"), broken);
+}
+
+TEST(MachineRegistry, PredefinedKeysMapAsOnWindows) {
+    TempMachine folder(Win98System() + "\n[Software\\\\Classes\\\\.txt] 0\n@=\"txtfile\"\n",
+                       "\n[Software\\\\Mine] 0\n\"who\"=\"current user\"\n",
+                       "\n[Software\\\\Mine] 0\n\"who\"=\"default user\"\n");
+    auto machine = folder.Open();
+    RegistryStore& r = machine->Registry();
+    EXPECT_EQ(GetRegString(r, "HKEY_CLASSES_ROOT\\.txt", ""), "txtfile");
+    EXPECT_EQ(GetRegString(r, "HKEY_USERS\\.Default\\Software\\Mine", "who"), "default user");
+    EXPECT_EQ(GetRegString(r, "HKEY_USERS\\S-1-5-21-0-0-0-1000\\Software\\Mine", "who"), "current user");
+    EXPECT_EQ(GetRegString(r, "HKEY_CURRENT_USER\\Software\\Mine", "who"), "current user");
+    SetRegString(r, "HKEY_CURRENT_CONFIG\\Display", "x", "y");
+    EXPECT_EQ(GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Hardware Profiles\\Current\\Display", "x"),
+              "y");
+    std::vector<std::string> users;
+    EnumRegKeys(r, "HKEY_USERS", users);
+    EXPECT_EQ(users, (std::vector<std::string>{".Default", "S-1-5-21-0-0-0-1000"}));
+    for (const char* root : {"HKEY_DYN_DATA", "HKEY_PERFORMANCE_DATA"}) {
+        EXPECT_FALSE(RegKeyExists(r, root));
+        SetRegString(r, std::string(root) + "\\x", "v", "1");
+        EXPECT_EQ(GetRegString(r, std::string(root) + "\\x", "v"), "Error");
+    }
+    EXPECT_FALSE(RegKeyExists(r, "HKEY_USERS\\S-1-5-21-9"));
+}
+
+TEST(MachineRegistry, WineLinkKeysAreFollowed) {
+    // In a Wine prefix CurrentControlSet links to ControlSet001.
+    std::string link = "\\Registry\\Machine\\System\\ControlSet001";
+    std::string hex;
+    for (char c : link) {
+        char byte[8];
+        std::snprintf(byte, sizeof byte, "%02x,00,", static_cast<unsigned char>(c));
+        hex += byte;
+    }
+    hex.pop_back();
+    TempMachine folder("\n[System\\\\ControlSet001\\\\Control] 0\n\"Current User\"=\"wine\"\n"
+                       "\n[System\\\\ControlSet001\\\\Hardware Profiles\\\\Current] 0\n"
+                       "\n[System\\\\CurrentControlSet] 0\n#link\n\"SymbolicLinkValue\"=hex(6):" +
+                       hex + "\n");
+    auto machine = folder.Open();
+    RegistryStore& r = machine->Registry();
+    EXPECT_EQ(GetRegString(r, "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control", "Current User"), "wine");
+    SetRegDword(r, "HKEY_CURRENT_CONFIG\\Software", "n", 5);
+    EXPECT_EQ(GetRegDword(r, "HKEY_LOCAL_MACHINE\\System\\ControlSet001\\Hardware Profiles\\Current\\Software", "n"),
+              5);
+}
+
+// Holds a write lock on the lock file a wineserver for dir would hold, from a
+// child process (a process never sees its own locks), until destroyed.
+class FakeWineServer {
+public:
+    explicit FakeWineServer(const std::filesystem::path& dir) {
+        struct stat st {};
+        ::stat(dir.c_str(), &st);
+        char name[160];
+        std::snprintf(name, sizeof name, "/tmp/.wine-%u/server-%llx-%llx", static_cast<unsigned>(::getuid()),
+                      static_cast<unsigned long long>(st.st_dev), static_cast<unsigned long long>(st.st_ino));
+        m_serverDir = name;
+        std::filesystem::create_directories(m_serverDir);
+        int ready[2];
+        int release[2];
+        if (::pipe(ready) != 0 || ::pipe(release) != 0) {
+            return;
+        }
+        m_child = ::fork();
+        if (m_child == 0) {
+            ::close(release[1]);  // so that the parent's close ends the read below
+            ::close(ready[0]);
+            const int fd = ::open((m_serverDir / "lock").c_str(), O_CREAT | O_WRONLY, 0600);
+            struct flock lock {};
+            lock.l_type = F_WRLCK;
+            lock.l_whence = SEEK_SET;
+            ::fcntl(fd, F_SETLK, &lock);
+            char c = 1;
+            (void)!::write(ready[1], &c, 1);
+            (void)!::read(release[0], &c, 1);
+            ::_exit(0);
+        }
+        char c = 0;
+        (void)!::read(ready[0], &c, 1);
+        m_release = release[1];
+        ::close(ready[0]);
+        ::close(ready[1]);
+        ::close(release[0]);
+    }
+    ~FakeWineServer() {
+        ::close(m_release);
+        ::waitpid(m_child, nullptr, 0);
+        std::error_code ec;
+        std::filesystem::remove_all(m_serverDir, ec);
+    }
+    FakeWineServer(const FakeWineServer&) = delete;
+    FakeWineServer& operator=(const FakeWineServer&) = delete;
+
+private:
+    std::filesystem::path m_serverDir;
+    pid_t m_child = -1;
+    int m_release = -1;
+};
+
+TEST(MachineRegistry, APrefixWithARunningWineServerIsRefusedForWriting) {
+    TempMachine folder;
+    auto machine = folder.Open();
+    const std::string before = folder.Folder().Read("user.reg");
+    SetRegString(machine->Registry(), kSettings, "Left", "1");
+    {
+        FakeWineServer server(folder.Dir());
+        // Reading goes on.
+        EXPECT_EQ(GetRegString(machine->Registry(), kSettings, "Left"), "1");
+        Status saved = machine->Save();
+        ASSERT_FALSE(saved.ok());
+        EXPECT_NE(saved.reason().find(folder.Dir().string()), std::string::npos);
+        EXPECT_NE(saved.reason().find("wineserver -k"), std::string::npos);
+        EXPECT_EQ(folder.Folder().Read("user.reg"), before);
+    }
+    EXPECT_TRUE(machine->Save().ok());
+    EXPECT_NE(folder.Folder().Read("user.reg"), before);
+}
+
+TEST(MachineRegistry, AWriteThatFailsPartWayLeavesTheOldFile) {
+    TempMachine folder;
+    auto machine = folder.Open();
+    SetRegBinary(machine->Registry(), "HKEY_CURRENT_USER\\Big", "b", std::string(4096, 'x'));
+    const std::string before = folder.Folder().Read("user.reg");
+
+    // Files may grow to 512 bytes only: the new hive cannot be written whole.
+    struct rlimit old {};
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    auto* previous = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = old;
+    small.rlim_cur = 512;
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    Status saved = machine->Save();
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, previous);
+
+    EXPECT_FALSE(saved.ok());
+    EXPECT_EQ(folder.Folder().Read("user.reg"), before);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Dir())) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << "a temporary file was left: " << entry.path();
+    }
+    // Nothing is lost: the change is still there to be saved.
+    EXPECT_TRUE(machine->Save().ok());
+    EXPECT_EQ(GetRegBinary(folder.Open()->Registry(), "HKEY_CURRENT_USER\\Big", "b"), std::string(4096, 'x'));
+}
+
+}  // namespace
+}  // namespace glyphmoor::test

@@ -1,0 +1,81 @@
+#include "support/TempMachine.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <random>
+#include <sstream>
+
+namespace glyphmoor::test {
+
+namespace fs = std::filesystem;
+
+TempDir::TempDir() {
+    std::random_device random;
+    m_path = fs::temp_directory_path() / ("glyphmoor-test-" + std::to_string(random()) + std::to_string(random()));
+    fs::create_directories(m_path);
+}
+
+TempDir::~TempDir() {
+    std::error_code ec;
+    fs::remove_all(m_path, ec);
+}
+
+void TempDir::Write(const fs::path& relative, std::string_view contents) const {
+    const fs::path file = m_path / relative;
+    fs::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out.write(contents.data(), static_cast<std::streamsize>(contents.size()));
+}
+
+std::string TempDir::Read(const fs::path& relative) const {
+    std::ifstream in(m_path / relative, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+std::string HiveText(std::string_view relativeRoot, std::string_view body) {
+    std::string text = "WINE REGISTRY Version 2\n;; All keys relative to ";
+    text += relativeRoot;
+    text += "\n\n#arch=win32\n";
+    text += body;
+    return text;
+}
+
+std::string Win98System() {
+    return "\n[Software\\\\Classes] 1700000000\n"
+           "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion] 1700000000\n"
+           "\"SystemRoot\"=\"C:\\\\WINDOWS\"\n"
+           "\"VersionNumber\"=\"4.10.2222\"\n"
+           "\n[System\\\\CurrentControlSet\\\\Hardware Profiles\\\\Current] 1700000000\n";
+}
+
+std::string WinNtSystem() {
+    return "\n[Software\\\\Classes] 1700000000\n"
+           "\n[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion] 1700000000\n"
+           "\"CurrentBuildNumber\"=\"1381\"\n"
+           "\"CurrentVersion\"=\"4.0\"\n"
+           "\"SystemRoot\"=\"C:\\\\WINNT\"\n"
+           "\n[System\\\\CurrentControlSet\\\\Hardware Profiles\\\\Current] 1700000000\n";
+}
+
+TempMachine::TempMachine(std::string_view systemBody, std::string_view userBody, std::string_view userdefBody) {
+    m_dir.Write("system.reg", HiveText("\\\\Machine", systemBody));
+    m_dir.Write("user.reg", HiveText("\\\\User\\\\S-1-5-21-0-0-0-1000", userBody));
+    m_dir.Write("userdef.reg", HiveText("\\\\User\\\\.Default", userdefBody));
+    fs::create_directories(m_dir.Path() / "drive_c");
+}
+
+std::unique_ptr<Machine> TempMachine::Open() const {
+    auto machine = OpenMachineFolder(m_dir.Path());
+    EXPECT_TRUE(machine.ok()) << (machine.ok() ? "" : machine.reason());
+    return machine.ok() ? std::move(*machine) : nullptr;
+}
+
+fs::path TestData(const fs::path& relative) {
+    const char* dir = std::getenv("GLYPHMOOR_TEST_DATA");
+    return fs::path(dir != nullptr ? dir : "tests/data") / relative;
+}
+
+}  // namespace glyphmoor::test

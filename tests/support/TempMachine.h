@@ -1,0 +1,54 @@
+// Temporary folders and machine folders for tests.
+#pragma once
+
+#include "foundation/Machine.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace glyphmoor::test {
+
+// A fresh folder, removed with everything in it when the object goes.
+class TempDir {
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
+    void Write(const std::filesystem::path& relative, std::string_view contents) const;
+    [[nodiscard]] std::string Read(const std::filesystem::path& relative) const;
+
+private:
+    std::filesystem::path m_path;
+};
+
+// A hive file: the header Wine writes, then body.
+std::string HiveText(std::string_view relativeRoot, std::string_view body);
+
+// The registry bodies of a small Windows 98 machine and of a Windows NT one.
+std::string Win98System();
+std::string WinNtSystem();
+
+// A machine folder with the given hive bodies and an empty drive C:.
+class TempMachine {
+public:
+    explicit TempMachine(std::string_view systemBody = Win98System(), std::string_view userBody = "",
+                         std::string_view userdefBody = "");
+
+    [[nodiscard]] const std::filesystem::path& Dir() const { return m_dir.Path(); }
+    [[nodiscard]] const TempDir& Folder() const { return m_dir; }
+    // Opens the machine; a test fails when it cannot be opened.
+    [[nodiscard]] std::unique_ptr<Machine> Open() const;
+
+private:
+    TempDir m_dir;
+};
+
+// The folder with the test data files.
+std::filesystem::path TestData(const std::filesystem::path& relative);
+
+}  // namespace glyphmoor::test
