@@ -2,7 +2,7 @@
 #include "cli/Cli.h"
 #include "cli/IniCommands.h"
 #include "foundation/FakeEnvironment.h"
-#include "foundation/ScratchFolder.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -32,13 +32,13 @@ std::string ReadAll(const std::filesystem::path& path) {
 class IniCommands : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::filesystem::create_directories(m_dir.path() / "drive_c" / "WINDOWS");
-        std::ofstream(m_dir.path() / "drive_c" / "MSDOS.SYS", std::ios::binary)
+        std::filesystem::create_directories(m_dir.Path() / "drive_c" / "WINDOWS");
+        std::ofstream(m_dir.Path() / "drive_c" / "MSDOS.SYS", std::ios::binary)
             << "[Paths]\r\nWinDir=C:\\WINDOWS\r\n\r\n[Options]\r\n;comment\r\nBootGUI=1\r\nLogo = \"0\" \r\n"
                "Network\r\nBootGUI=2\r\n";
     }
-    ScratchFolder m_dir;
-    FakeEnvironment m_env{m_dir.path() / "drive_c"};
+    test::TempDir m_dir;
+    FakeEnvironment m_env{m_dir.Path() / "drive_c"};
 };
 
 TEST_F(IniCommands, ReadKeysAndWriteThroughTheMachine) {
@@ -62,13 +62,13 @@ TEST_F(IniCommands, ReadKeysAndWriteThroughTheMachine) {
         EXPECT_EQ(run.out, c.out) << c.args[0] << " " << c.args[1];
         EXPECT_EQ(run.err, "");
     }
-    EXPECT_EQ(ReadAll(m_dir.path() / "drive_c" / "MSDOS.SYS"),
+    EXPECT_EQ(ReadAll(m_dir.Path() / "drive_c" / "MSDOS.SYS"),
               "[Paths]\r\nWinDir=C:\\WINDOWS\r\n\r\n[Options]\r\n;comment\r\nBootGUI=0\r\nLogo = \"0\" \r\n"
               "Network\r\nBootGUI=2\r\n");
 }
 
 TEST_F(IniCommands, HostPathsAndNewFiles) {
-    const auto path = m_dir.path() / "new.ini";
+    const auto path = m_dir.Path() / "new.ini";
     EXPECT_EQ(Ini({"write", path.string(), "Desktop Icons", "My Computer", "C:\\x.ico,0"}, nullptr).status,
               0);
     EXPECT_EQ(ReadAll(path), "[Desktop Icons]\r\nMy Computer=C:\\x.ico,0\r\n");
@@ -76,7 +76,7 @@ TEST_F(IniCommands, HostPathsAndNewFiles) {
 }
 
 TEST_F(IniCommands, LongValuesAndKeyListsAreCut) {
-    const auto path = m_dir.path() / "long.ini";
+    const auto path = m_dir.Path() / "long.ini";
     std::string text = "[s]\r\nv=" + std::string(200, 'v') + "\r\n";
     for (int i = 0; i < 40; ++i) {
         text += "key_number_" + std::to_string(i) + "=x\r\n";
@@ -91,14 +91,14 @@ TEST_F(IniCommands, LongValuesAndKeyListsAreCut) {
 
 TEST_F(IniCommands, ThroughTheDispatcherOnAMachineFolder) {
     std::ostringstream out, err;
-    const std::string machine = m_dir.path().string();
+    const std::string machine = m_dir.Path().string();
     EXPECT_EQ(
         RunCli({"--machine", machine, "ini", "write", "C:\\msdos.sys", "Options", "Logo", "1"}, out, err), 0)
         << err.str();
     EXPECT_EQ(RunCli({"--machine", machine, "ini", "keys", "C:\\MSDOS.SYS", "options"}, out, err), 0)
         << err.str();
     EXPECT_EQ(out.str(), "BootGUI\nLogo\nBootGUI\n");
-    EXPECT_EQ(ReadAll(m_dir.path() / "drive_c" / "MSDOS.SYS"),
+    EXPECT_EQ(ReadAll(m_dir.Path() / "drive_c" / "MSDOS.SYS"),
               "[Paths]\r\nWinDir=C:\\WINDOWS\r\n\r\n[Options]\r\n;comment\r\nBootGUI=1\r\nLogo=1\r\n"
               "Network\r\nBootGUI=2\r\n");
 }
@@ -107,7 +107,7 @@ TEST_F(IniCommands, Failures) {
     EXPECT_EQ(Ini({}, nullptr).status, 2);
     EXPECT_EQ(Ini({"read", "x.ini", "s"}, nullptr).status, 2);
     EXPECT_EQ(Ini({"frobnicate"}, nullptr).status, 2);
-    const CommandRun run = Ini({"write", m_dir.path().string(), "s", "k", "v"}, nullptr);
+    const CommandRun run = Ini({"write", m_dir.Path().string(), "s", "k", "v"}, nullptr);
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err, "");
 }

@@ -1,9 +1,9 @@
 // Path macros, file titles and the folder listing, on a temporary machine
 // folder (drive C: of a FakeEnvironment).
 #include "foundation/FakeEnvironment.h"
-#include "foundation/ScratchFolder.h"
 #include "foundation/modFunctions.h"
 #include "foundation/modMacros.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 #include <sys/xattr.h>
@@ -17,7 +17,7 @@ namespace {
 class PathMacros : public ::testing::Test {
 protected:
     void SetUp() override {
-        const auto themeDir = m_dir.path() / "Themes" / "T1";
+        const auto themeDir = m_dir.Path() / "Themes" / "T1";
         std::filesystem::create_directories(themeDir);
         std::ofstream(themeDir / "x.gmtheme", std::ios::binary) << "[Desktop Icons]\r\n"
                                                                    "My Computer=%ThemeDir%icons\\a.ico\r\n"
@@ -32,8 +32,8 @@ protected:
                                                                    "Long=%ThemeDir%"
                                                                 << std::string(130, 'L') << "\r\n";
     }
-    ScratchFolder m_dir;
-    FakeEnvironment m_env{m_dir.path()};
+    test::TempDir m_dir;
+    FakeEnvironment m_env{m_dir.Path()};
     AppEnvironment m_app = InitEnvironment(m_env);
 };
 
@@ -99,8 +99,8 @@ TEST(FileTitleOf, TextBeforeTheFirstDot) {
 }
 
 TEST(ListDirectory, FoldersFirstThenFilesWithoutExtension) {
-    ScratchFolder dir;
-    const auto lib = dir.path() / "Lib";
+    test::TempDir dir;
+    const auto lib = dir.Path() / "Lib";
     for (const char* folder : {"beta", "Alpha", "Sys", "Hid", ".dotted", "with.dot"}) {
         std::filesystem::create_directories(lib / folder);
     }
@@ -114,14 +114,14 @@ TEST(ListDirectory, FoldersFirstThenFilesWithoutExtension) {
     if (!mark("Sys", "0x4") || !mark("Hid", "0x2") || !mark("SysFile", "0x4") || !mark("HidFile", "0x22")) {
         GTEST_SKIP() << "the temporary folder takes no extended attributes";
     }
-    const FakeEnvironment env(dir.path());
+    const FakeEnvironment env(dir.Path());
     const AppEnvironment app = InitEnvironment(env);
     const std::vector<DirectoryEntry> expected = {
         {"Alpha", true},     {"beta", true},     {"with.dot", true}, {"README", false},
         {"ReadOnly", false}, {"SysFile", false}, {"zeta", false},
     };
     EXPECT_EQ(ListDirectory(app, "C:\\lib"), expected);
-    EXPECT_EQ(ListDirectory(app, (dir.path() / "Lib").string()), expected) << "a host path lists the same";
+    EXPECT_EQ(ListDirectory(app, (dir.Path() / "Lib").string()), expected) << "a host path lists the same";
     EXPECT_TRUE(ListDirectory(app, "C:\\No such folder").empty());
 }
 

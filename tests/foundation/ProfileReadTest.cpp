@@ -4,8 +4,8 @@
 //
 // Rows marked "Windows" are results that Wine's tests record for Windows;
 // the others follow from the same rules (see ProfileFile.h).
-#include "foundation/ScratchFolder.h"
 #include "foundation/modProfile.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -133,8 +133,8 @@ protected:
 };
 
 TEST_P(ProfileRead, Battery) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "tricky.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "tricky.ini";
     { std::ofstream(path, std::ios::binary) << Contents(); }
     for (const auto& c : ReadCases()) {
         std::vector<char> buffer(300, kSentinel);
@@ -157,15 +157,15 @@ INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileRead, ::testing::Values("\r\n", "\n", 
 });
 
 TEST(ProfileRead, MissingFileReadsAsEmpty) {
-    ScratchFolder dir;
+    test::TempDir dir;
     std::vector<char> buffer(20, kSentinel);
     // Windows: no section names, and only the first byte is written.
-    EXPECT_EQ(ProfileGetString(dir.path() / "not_here.ini", std::nullopt, {}, {},
+    EXPECT_EQ(ProfileGetString(dir.Path() / "not_here.ini", std::nullopt, {}, {},
                                std::span<char>(buffer.data(), 10)),
               0U);
     EXPECT_EQ(buffer[0], '\0');
     EXPECT_EQ(buffer[1], kSentinel);
-    EXPECT_EQ(ReadProfileValue(dir.path() / "not_here.ini", "s", "k", "fallback"), "fallback");
+    EXPECT_EQ(ReadProfileValue(dir.Path() / "not_here.ini", "s", "k", "fallback"), "fallback");
 }
 
 TEST(ProfileRead, LinesThatAreNotPlainText) {
@@ -198,8 +198,8 @@ TEST(ProfileRead, LinesThatAreNotPlainText) {
 }
 
 TEST(ProfileRead, TextLevelConvertsAtTheBoundary) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "latin.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "latin.ini";
     std::ofstream(path, std::ios::binary)
         << "[Caf\xE9]\r\nN\xE4me=\x80 5\r\nb=" << std::string(300, 'b') << "\r\n";
     EXPECT_EQ(ReadProfileValue(path, "caf\xC3\xA9", "n\xC3\xA4me"), "\xE2\x82\xAC 5");
@@ -211,8 +211,8 @@ TEST(ProfileRead, TextLevelConvertsAtTheBoundary) {
 }
 
 TEST(ProfileRead, LongKeyListIsCutAt299) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "many.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "many.ini";
     std::string text = "[many]\r\n";
     std::vector<std::string> all;
     for (int i = 0; i < 60; ++i) {

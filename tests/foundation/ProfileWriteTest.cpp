@@ -1,8 +1,8 @@
 // WritePrivateProfileStringA, checked byte for byte against the whole file
 // after every step; saves are transactional.
 #include "foundation/HostFiles.h"
-#include "foundation/ScratchFolder.h"
 #include "foundation/modProfile.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 #include <sys/xattr.h>
@@ -87,8 +87,8 @@ const std::vector<Step>& Steps() {
 class ProfileWrite : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ProfileWrite, EachStepChangesOnlyItsLines) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "app.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "app.ini";
     WriteAll(path, WithLineEnds(kStart, GetParam()));
     for (const auto& step : Steps()) {
         const auto opt = [](const std::optional<std::string>& s) -> OptionalText {
@@ -109,8 +109,8 @@ INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileWrite, ::testing::Values("\r\n", "\n",
 // The sequence of Wine's test_WritePrivateProfileString, whose files are
 // what Windows writes.
 TEST(ProfileWrite, BuildingAFileFromNothing) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "built.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "built.ini";
 
     EXPECT_FALSE(ProfileSetString(path, std::nullopt, "key", "string").ok());
     EXPECT_FALSE(std::filesystem::exists(path)) << "a null section creates nothing";
@@ -146,8 +146,8 @@ TEST(ProfileWrite, BuildingAFileFromNothing) {
 }
 
 TEST(ProfileWrite, BytesBeforeTheFirstSectionAreKept) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "nul.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "nul.ini";
     const std::string data = "Data \0 before \0 first \0 section"s;
     WriteAll(path, data);
     ASSERT_TRUE(ProfileSetString(path, "section1", "key1", "string1").ok());
@@ -156,8 +156,8 @@ TEST(ProfileWrite, BytesBeforeTheFirstSectionAreKept) {
 }
 
 TEST(ProfileWrite, ReadOnlyFileIsRefusedAndKept) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "Msdos.sys";
+    test::TempDir dir;
+    const auto path = dir.Path() / "Msdos.sys";
     WriteAll(path, "[Options]\r\nBootGUI=1\r\n");
     std::filesystem::permissions(path, std::filesystem::perms::owner_read |
                                            std::filesystem::perms::group_read |
@@ -168,8 +168,8 @@ TEST(ProfileWrite, ReadOnlyFileIsRefusedAndKept) {
 }
 
 TEST(ProfileWrite, DosAttributesSurviveTheSave) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "desktop.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "desktop.ini";
     WriteAll(path, "[.ShellClassInfo]\r\n");
     if (::setxattr(path.c_str(), "user.DOSATTRIB", "0x6", 3, 0) != 0) {
         GTEST_SKIP() << "the temporary folder takes no extended attributes";
@@ -182,8 +182,8 @@ TEST(ProfileWrite, DosAttributesSurviveTheSave) {
 }
 
 TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "theme.gmtheme";
+    test::TempDir dir;
+    const auto path = dir.Path() / "theme.gmtheme";
     const std::string old = "[Desktop Icons]\r\nMy Computer=%ThemeDir%pc.ico,0\r\n";
     WriteAll(path, old);
     const std::string replacement(10000, 'x');
@@ -197,7 +197,7 @@ TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
             });
         EXPECT_FALSE(status.ok()) << failAt;
         EXPECT_EQ(ReadAll(path), old) << failAt;
-        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1)
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1)
             << "no temporary file is left behind";
     }
     ASSERT_TRUE(SaveFileTransactionally(path, replacement).ok());
@@ -205,14 +205,14 @@ TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
 }
 
 TEST(ProfileWrite, FolderInsteadOfAFileFails) {
-    ScratchFolder dir;
-    EXPECT_FALSE(ProfileSetString(dir.path(), "s", "k", "v").ok());
+    test::TempDir dir;
+    EXPECT_FALSE(ProfileSetString(dir.Path(), "s", "k", "v").ok());
     EXPECT_FALSE(ProfileSetString({}, "s", "k", "v").ok());
 }
 
 TEST(ProfileWrite, TextLevelWritesTheCodePage) {
-    ScratchFolder dir;
-    const auto path = dir.path() / "latin.ini";
+    test::TempDir dir;
+    const auto path = dir.Path() / "latin.ini";
     ASSERT_TRUE(WriteProfileValue(path, "Caf\xC3\xA9", "\xE2\x82\xAC", "na\xC3\xAFve \xE6\x97\xA5").ok());
     EXPECT_EQ(ReadAll(path), "[Caf\xE9]\r\n\x80=na\xEFve ?\r\n");
     EXPECT_EQ(ReadProfileValue(path, "CAF\xC3\x89", "\xE2\x82\xAC"), "na\xC3\xAFve ?");

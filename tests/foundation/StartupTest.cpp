@@ -4,33 +4,26 @@
 #include "foundation/FakeEnvironment.h"
 #include "foundation/Machine.h"
 #include "foundation/RecentThemes.h"
-#include "foundation/ScratchFolder.h"
 #include "foundation/Startup.h"
 #include "foundation/modRegistry.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 
 namespace glyphmoor {
 namespace {
 
-// A machine folder with an empty registry and drive C:.
+// A Windows 98 machine folder, reopened from its files on demand.
 class MachineTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        std::filesystem::create_directories(m_dir.path() / "drive_c");
-        Reopen();
-    }
+    void SetUp() override { m_machine = m_folder.Open(); }
     void Reopen() {
-        if (m_machine) {
-            ASSERT_TRUE(m_machine->Save().ok());
-        }
-        auto machine = OpenMachineFolder(m_dir.path());
-        ASSERT_TRUE(machine.ok()) << machine.reason();
-        m_machine = std::move(*machine);
+        ASSERT_TRUE(m_machine->Save().ok());
+        m_machine = m_folder.Open();
     }
     RegistryStore& Registry() { return m_machine->Registry(); }
 
-    ScratchFolder m_dir;
+    test::TempMachine m_folder;
     std::unique_ptr<Machine> m_machine;
 };
 
@@ -49,9 +42,9 @@ TEST(InitEnvironment, FlavourFromTheVersion) {
         {{0, 3, 10, 0}, "", ""},
         {{3, 4, 10, 0}, "", ""},
     };
-    ScratchFolder dir;
+    test::TempDir dir;
     for (const auto& c : cases) {
-        const FakeEnvironment env(dir.path(), c.version);
+        const FakeEnvironment env(dir.Path(), c.version);
         const AppEnvironment app = InitEnvironment(env);
         EXPECT_EQ(app.windowsFlavour, c.flavour) << c.version.platformId << "." << c.version.minor;
         EXPECT_EQ(app.windowsName, c.name) << c.version.platformId << "." << c.version.minor;
@@ -59,8 +52,8 @@ TEST(InitEnvironment, FlavourFromTheVersion) {
 }
 
 TEST(InitEnvironment, FilesFoldersAndGroups) {
-    ScratchFolder dir;
-    const FakeEnvironment env(dir.path(), {kPlatformNt, 4, 0, 1381}, "C:\\WINNT", "C:\\WINNT\\system32");
+    test::TempDir dir;
+    const FakeEnvironment env(dir.Path(), {kPlatformNt, 4, 0, 1381}, "C:\\WINNT", "C:\\WINNT\\system32");
     const AppEnvironment app = InitEnvironment(env);
     EXPECT_EQ(app.programFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe");
     EXPECT_EQ(app.helpFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.hlp");
@@ -72,22 +65,20 @@ TEST(InitEnvironment, FilesFoldersAndGroups) {
     EXPECT_EQ(app.machine, &env);
 }
 
-// A Wine prefix reports what Wine reports: an NT version when it records one,
+// A Wine prefix reports what Wine reports: the NT version it records, and
 // Windows 98 once HKEY_CURRENT_USER\Software\Wine says "win98".
-TEST_F(MachineTest, FlavourOfAWinePrefix) {
-    SetRegString(Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\CurrentVersion",
-                 "CurrentVersion", "6.1");
-    SetRegString(Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\CurrentVersion",
-                 "SystemRoot", "C:\\windows");
-    Reopen();
-    AppEnvironment app = InitEnvironment(m_machine->Env());
+TEST(InitEnvironment, FlavourOfAWinePrefix) {
+    const test::TempMachine prefix(test::WinNtSystem());
+    auto machine = prefix.Open();
+    AppEnvironment app = InitEnvironment(machine->Env());
     EXPECT_EQ(app.windowsFlavour, "WinNT");
-    EXPECT_EQ(app.winDir, "C:\\windows");
-    EXPECT_EQ(app.sysDir, "C:\\windows\\system32");
+    EXPECT_EQ(app.windowsName, "Windows NT");
+    EXPECT_EQ(app.winDir, "C:\\WINNT");
 
-    SetRegString(Registry(), "HKEY_CURRENT_USER\\Software\\Wine", "Version", "win98");
-    Reopen();
-    app = InitEnvironment(m_machine->Env());
+    SetRegString(machine->Registry(), "HKEY_CURRENT_USER\\Software\\Wine", "Version", "win98");
+    ASSERT_TRUE(machine->Save().ok());
+    machine = prefix.Open();
+    app = InitEnvironment(machine->Env());
     EXPECT_EQ(app.windowsFlavour, "Win98");
     EXPECT_EQ(app.windowsName, "Windows 98");
 }
