@@ -30,6 +30,14 @@ enum : std::uint32_t {
 // archive for every other file.
 std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path);
 
+// SetFileAttributesA. On a machine folder the attributes are kept as Wine
+// keeps them: hidden and system as the text of user.DOSATTRIB ("0x2", "0x6"),
+// the attribute removed when neither is set; read-only as the missing write
+// permission (clearing it gives the owner write permission back); archive and
+// directory are not stored. Fails when the file does not exist or its
+// attributes cannot be set.
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes);
+
 // Writes `bytes` to `path` as one transaction: into a new file beside it,
 // flushed to the disk, then renamed over the old one. Unlike
 // WriteFileAtomically (FileIo.h), which serves the registry hives, it carries

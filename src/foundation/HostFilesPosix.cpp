@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <random>
 #include <string>
@@ -49,6 +50,33 @@ std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& pat
         attributes |= kAttrHidden;
     }
     return attributes;
+}
+
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    const std::uint32_t dos = attributes & (kAttrHidden | kAttrSystem);
+    if (dos != 0) {
+        std::array<char, 16> text{};
+        const int n = std::snprintf(text.data(), text.size(), "0x%x", static_cast<unsigned>(dos));
+        if (::setxattr(path.c_str(), kDosAttribute, text.data(), static_cast<std::size_t>(n), 0) != 0) {
+            return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+        }
+    } else if (::removexattr(path.c_str(), kDosAttribute) != 0 && errno != ENODATA) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    mode_t mode = info.st_mode & 07777;
+    if ((attributes & kAttrReadOnly) != 0) {
+        mode &= static_cast<mode_t>(~(S_IWUSR | S_IWGRP | S_IWOTH));
+    } else if ((mode & S_IWUSR) == 0) {
+        mode |= S_IWUSR;
+    }
+    if (mode != (info.st_mode & 07777) && ::chmod(path.c_str(), mode) != 0) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    return {};
 }
 
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {

@@ -17,6 +17,13 @@ std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& pat
     return static_cast<std::uint32_t>(attributes);
 }
 
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes) {
+    if (!::SetFileAttributesW(path.c_str(), attributes)) {
+        return Fail("Cannot set the attributes of " + path.string());
+    }
+    return {};
+}
+
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {
     return SaveFileTransactionally(path, bytes, [](std::FILE* file, std::string_view chunk) {
         return std::fwrite(chunk.data(), 1, chunk.size(), file);

@@ -5,10 +5,10 @@
 #include "foundation/modMacros.h"
 #include "support/TempMachine.h"
 
-#include <gtest/gtest.h>
-#include <sys/xattr.h>
+#include "foundation/HostFiles.h"
 
-#include <cstring>
+#include <gtest/gtest.h>
+
 #include <fstream>
 
 namespace glyphmoor {
@@ -107,12 +107,12 @@ TEST(ListDirectory, FoldersFirstThenFilesWithoutExtension) {
     for (const char* file : {"README", "notes.txt", "SysFile", "HidFile", "ReadOnly", "zeta"}) {
         std::ofstream(lib / file) << "x";
     }
-    std::filesystem::permissions(lib / "ReadOnly", std::filesystem::perms::owner_read);
-    const auto mark = [&](const char* name, const char* attrib) {
-        return ::setxattr((lib / name).c_str(), "user.DOSATTRIB", attrib, std::strlen(attrib), 0) == 0;
+    const auto mark = [&](const char* name, std::uint32_t attributes) {
+        return WriteHostAttributes(lib / name, attributes).ok();
     };
-    if (!mark("Sys", "0x4") || !mark("Hid", "0x2") || !mark("SysFile", "0x4") || !mark("HidFile", "0x22")) {
-        GTEST_SKIP() << "the temporary folder takes no extended attributes";
+    if (!mark("Sys", kAttrSystem) || !mark("Hid", kAttrHidden) || !mark("SysFile", kAttrSystem) ||
+        !mark("HidFile", kAttrHidden | kAttrArchive) || !mark("ReadOnly", kAttrReadOnly)) {
+        GTEST_SKIP() << "the temporary folder takes no DOS attributes";
     }
     const FakeEnvironment env(dir.Path());
     const AppEnvironment app = InitEnvironment(env);
