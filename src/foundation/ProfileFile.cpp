@@ -8,11 +8,6 @@ namespace {
 
 constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
 
-std::string_view CutAtNul(std::string_view text) {
-    const auto nul = text.find('\0');
-    return nul == std::string_view::npos ? text : text.substr(0, nul);
-}
-
 std::string_view TrimStart(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size() && IsProfileBlank(text[i])) {
@@ -62,22 +57,27 @@ ProfileFile::Line ClassifyLine(std::string_view content) {
         const auto close = text.rfind(']');
         if (close != std::string_view::npos) {
             line.kind = ProfileFile::LineKind::Section;
-            line.name = std::string(CutAtNul(TrimProfileBlanks(text.substr(1, close - 1))));
+            line.name = std::string(ProfileArgument(TrimProfileBlanks(text.substr(1, close - 1))));
             return line;
         }
     }
     line.kind = ProfileFile::LineKind::Entry;
     const auto equals = text.find('=');
     if (equals == std::string_view::npos) {
-        line.name = std::string(CutAtNul(text));
+        line.name = std::string(ProfileArgument(text));
     } else {
-        line.name = std::string(CutAtNul(TrimEnd(text.substr(0, equals))));
-        line.value = std::string(CutAtNul(TrimStart(text.substr(equals + 1))));
+        line.name = std::string(ProfileArgument(TrimEnd(text.substr(0, equals))));
+        line.value = std::string(ProfileArgument(TrimStart(text.substr(equals + 1))));
     }
     return line;
 }
 
 }  // namespace
+
+std::string_view ProfileArgument(std::string_view text) {
+    const auto nul = text.find('\0');
+    return nul == std::string_view::npos ? text : text.substr(0, nul);
+}
 
 bool IsProfileBlank(char c) {
     const auto b = static_cast<unsigned char>(c);
@@ -146,7 +146,7 @@ void ProfileFile::Reparse() {
 }
 
 const ProfileFile::Section* ProfileFile::FindSectionTrimmed(std::string_view name) const {
-    const std::string_view wanted = TrimProfileBlanks(CutAtNul(name));
+    const std::string_view wanted = TrimProfileBlanks(ProfileArgument(name));
     for (const auto& section : m_sections) {
         if (ProfileNamesEqual(section.name, wanted)) {
             return &section;
@@ -156,7 +156,7 @@ const ProfileFile::Section* ProfileFile::FindSectionTrimmed(std::string_view nam
 }
 
 const ProfileFile::Section* ProfileFile::FindSectionExact(std::string_view name) const {
-    const std::string_view wanted = CutAtNul(name);
+    const std::string_view wanted = ProfileArgument(name);
     for (const auto& section : m_sections) {
         if (ProfileNamesEqual(section.name, wanted)) {
             return &section;
@@ -170,7 +170,7 @@ const ProfileFile::Line* ProfileFile::FindEntry(std::string_view section, std::s
     if (found == nullptr) {
         return nullptr;
     }
-    const std::string_view wanted = TrimProfileBlanks(CutAtNul(key));
+    const std::string_view wanted = TrimProfileBlanks(ProfileArgument(key));
     for (std::size_t i = found->firstLine; i < found->endLine; ++i) {
         const Line& line = m_lines[i];
         if (line.kind == LineKind::Entry && ProfileNamesEqual(line.name, wanted)) {
@@ -195,9 +195,9 @@ void ProfileFile::Splice(std::size_t offset, std::size_t length, std::string_vie
 }
 
 bool ProfileFile::SetValue(std::string_view section, std::string_view key, std::string_view value) {
-    const std::string_view sectionName = CutAtNul(section);
-    const std::string_view keyName = CutAtNul(key);
-    const std::string_view newValue = TrimStart(CutAtNul(value));
+    const std::string_view sectionName = ProfileArgument(section);
+    const std::string_view keyName = ProfileArgument(key);
+    const std::string_view newValue = TrimStart(ProfileArgument(value));
     const std::string newLine(NewLine());
 
     const Section* found = FindSectionTrimmed(sectionName);
@@ -253,8 +253,8 @@ bool ProfileFile::SetValue(std::string_view section, std::string_view key, std::
 }
 
 bool ProfileFile::DeleteKey(std::string_view section, std::string_view key) {
-    const std::string_view sectionName = CutAtNul(section);
-    const std::string_view keyName = CutAtNul(key);
+    const std::string_view sectionName = ProfileArgument(section);
+    const std::string_view keyName = ProfileArgument(key);
     for (const auto& candidate : m_sections) {
         if (!ProfileNamesEqual(candidate.name, sectionName)) {
             continue;

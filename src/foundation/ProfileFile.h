@@ -105,6 +105,9 @@ private:
     std::vector<Section> m_sections;
 };
 
+// A text argument as the profile functions see it: up to its first NUL, where
+// a C string ends.
+std::string_view ProfileArgument(std::string_view text);
 // Blanks as the profile functions see them.
 bool IsProfileBlank(char c);
 std::string_view TrimProfileBlanks(std::string_view text);

@@ -13,11 +13,6 @@ namespace glyphmoor {
 
 namespace {
 
-std::string_view CutAtNul(std::string_view text) {
-    const auto nul = text.find('\0');
-    return nul == std::string_view::npos ? text : text.substr(0, nul);
-}
-
 // Copies a value or default into the buffer as Windows does: quotes around it
 // stripped, cut to fit, NUL-terminated. Only the result and its NUL are
 // written. Returns the length of the result.
@@ -129,7 +124,7 @@ std::uint32_t ProfileGetString(const ProfileFile& file, OptionalText section, Op
     if (buffer.empty()) {
         return 0;
     }
-    std::string_view fallback = CutAtNul(defaultValue.value_or(std::string_view{}));
+    std::string_view fallback = ProfileArgument(defaultValue.value_or(std::string_view{}));
     if (!section) {
         return SectionNames(file, buffer);
     }
