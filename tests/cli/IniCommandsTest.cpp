@@ -75,20 +75,6 @@ TEST_F(IniCommands, HostPathsAndNewFiles) {
     EXPECT_EQ(Ini({"read", path.string(), "desktop icons", "my computer"}, &m_env).out, "C:\\x.ico,0\n");
 }
 
-TEST_F(IniCommands, LongValuesAndKeyListsAreCut) {
-    const auto path = m_dir.Path() / "long.ini";
-    std::string text = "[s]\r\nv=" + std::string(200, 'v') + "\r\n";
-    for (int i = 0; i < 40; ++i) {
-        text += "key_number_" + std::to_string(i) + "=x\r\n";
-    }
-    std::ofstream(path, std::ios::binary) << text;
-    EXPECT_EQ(Ini({"read", path.string(), "s", "v"}, nullptr).out, std::string(126, 'v') + "\n");
-    const std::string keys = Ini({"keys", path.string(), "s"}, nullptr).out;
-    // 297 characters of names and NULs: each NUL is printed as a line end.
-    EXPECT_EQ(keys.size(), 298U);
-    EXPECT_TRUE(keys.starts_with("v\nkey_number_0\nkey_number_1\n"));
-}
-
 TEST_F(IniCommands, ThroughTheDispatcherOnAMachineFolder) {
     std::ostringstream out, err;
     const std::string machine = m_dir.Path().string();
