@@ -1,0 +1,57 @@
+// HostFiles: the few file operations whose details differ between Windows
+// and the machine folder of a Wine-like prefix, with one source file per
+// platform (HostFilesPosix.cpp, HostFilesWin32.cpp).
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace glyphmoor {
+
+// File attribute bits as Windows numbers them.
+enum : std::uint32_t {
+    kAttrReadOnly = 0x1,
+    kAttrHidden = 0x2,
+    kAttrSystem = 0x4,
+    kAttrDirectory = 0x10,
+    kAttrArchive = 0x20,
+};
+
+// The attributes Windows reports for a file, or none when it does not exist.
+// On a machine folder they are what Wine reports: hidden and system from the
+// extended attribute user.DOSATTRIB (and hidden for names that start with a
+// dot), read-only from a missing write permission, directory for folders and
+// archive for every other file.
+std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path);
+
+// SetFileAttributesA. On a machine folder the attributes are kept as Wine
+// keeps them: hidden and system as the text of user.DOSATTRIB ("0x2", "0x6"),
+// the attribute removed when neither is set; read-only as the missing write
+// permission (clearing it gives the owner write permission back); archive and
+// directory are not stored. Fails when the file does not exist or its
+// attributes cannot be set.
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes);
+
+// Writes `bytes` to `path` as one transaction: into a new file beside it,
+// flushed to the disk, then renamed over the old one. Unlike
+// WriteFileAtomically (FileIo.h), which serves the registry hives, it carries
+// the old file's DOS attributes over as well as its permissions: the files
+// that go through it (desktop.ini, Msdos.sys) are often hidden and system
+// files, and must stay so for Wine. On any failure the old file is left as it
+// was, the new one is removed and the reason is given.
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes);
+
+// The same, with the function that writes each chunk of the file given, so
+// that tests can make the writing fail part way. It returns how many bytes of
+// the chunk it wrote.
+using ChunkWriter = std::function<std::size_t(std::FILE*, std::string_view)>;
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write);
+
+}  // namespace glyphmoor

@@ -1,0 +1,157 @@
+#include "foundation/HostFiles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <random>
+#include <string>
+
+namespace glyphmoor {
+
+namespace {
+
+// Wine keeps hidden and system in this extended attribute, as text ("0x6").
+constexpr const char* kDosAttribute = "user.DOSATTRIB";
+
+std::uint32_t ReadDosAttrib(const std::filesystem::path& path) {
+    std::array<char, 64> text{};
+    const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, text.data(), text.size() - 1);
+    if (n <= 0) {
+        return 0;
+    }
+    text[static_cast<std::size_t>(n)] = '\0';
+    return static_cast<std::uint32_t>(std::strtoul(text.data(), nullptr, 0));
+}
+
+std::string ErrnoText(int error) {
+    return std::strerror(error);
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) {
+        return std::nullopt;
+    }
+    std::uint32_t attributes = S_ISDIR(info.st_mode) ? kAttrDirectory : kAttrArchive;
+    if ((info.st_mode & S_IWUSR) == 0) {
+        attributes |= kAttrReadOnly;
+    }
+    attributes |= ReadDosAttrib(path) & (kAttrHidden | kAttrSystem);
+    const std::string name = path.filename().string();
+    if (name.size() > 1 && name.front() == '.' && name != "..") {
+        attributes |= kAttrHidden;
+    }
+    return attributes;
+}
+
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    const std::uint32_t dos = attributes & (kAttrHidden | kAttrSystem);
+    if (dos != 0) {
+        std::array<char, 16> text{};
+        const int n = std::snprintf(text.data(), text.size(), "0x%x", static_cast<unsigned>(dos));
+        if (::setxattr(path.c_str(), kDosAttribute, text.data(), static_cast<std::size_t>(n), 0) != 0) {
+            return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+        }
+    } else if (::removexattr(path.c_str(), kDosAttribute) != 0 && errno != ENODATA) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    mode_t mode = info.st_mode & 07777;
+    if ((attributes & kAttrReadOnly) != 0) {
+        mode &= static_cast<mode_t>(~(S_IWUSR | S_IWGRP | S_IWOTH));
+    } else if ((mode & S_IWUSR) == 0) {
+        mode |= S_IWUSR;
+    }
+    if (mode != (info.st_mode & 07777) && ::chmod(path.c_str(), mode) != 0) {
+        return Fail("Cannot set the attributes of " + path.string() + ": " + ErrnoText(errno));
+    }
+    return {};
+}
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {
+    return SaveFileTransactionally(path, bytes, [](std::FILE* file, std::string_view chunk) {
+        return std::fwrite(chunk.data(), 1, chunk.size(), file);
+    });
+}
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const std::filesystem::path folder =
+        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    std::random_device random;
+    std::filesystem::path temp;
+    int fd = -1;
+    for (int attempt = 0; attempt < 16 && fd < 0; ++attempt) {
+        temp = folder / ("." + path.filename().string() + "." + std::to_string(random() % 1000000U) + ".tmp");
+        fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        if (fd < 0 && errno != EEXIST) {
+            break;
+        }
+    }
+    if (fd < 0) {
+        return Fail("Cannot create a file in " + folder.string() + ": " + ErrnoText(errno));
+    }
+    std::FILE* file = ::fdopen(fd, "wb");
+    if (file == nullptr) {
+        ::close(fd);
+        ::unlink(temp.c_str());
+        return Fail("Cannot write " + temp.string());
+    }
+
+    auto abandon = [&](const std::string& reason) -> Status {
+        std::fclose(file);
+        ::unlink(temp.c_str());
+        return Fail(reason);
+    };
+
+    constexpr std::size_t kChunk = 4096;
+    for (std::size_t offset = 0; offset < bytes.size(); offset += kChunk) {
+        const std::string_view chunk = bytes.substr(offset, kChunk);
+        if (write(file, chunk) != chunk.size()) {
+            return abandon("Writing " + path.string() + " failed");
+        }
+    }
+    if (std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0) {
+        return abandon("Writing " + path.string() + " failed: " + ErrnoText(errno));
+    }
+
+    // The new file takes over the old one's permissions and DOS attributes.
+    struct stat old {};
+    if (::stat(path.c_str(), &old) == 0) {
+        ::fchmod(::fileno(file), old.st_mode & 07777);
+        std::array<char, 64> attrib{};
+        const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, attrib.data(), attrib.size());
+        if (n > 0) {
+            ::fsetxattr(::fileno(file), kDosAttribute, attrib.data(), static_cast<std::size_t>(n), 0);
+        }
+    }
+    if (std::fclose(file) != 0) {
+        ::unlink(temp.c_str());
+        return Fail("Writing " + path.string() + " failed: " + ErrnoText(errno));
+    }
+    if (::rename(temp.c_str(), path.c_str()) != 0) {
+        const int error = errno;
+        ::unlink(temp.c_str());
+        return Fail("Cannot replace " + path.string() + ": " + ErrnoText(error));
+    }
+    // Make the rename itself durable.
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
+    }
+    return {};
+}
+
+}  // namespace glyphmoor

@@ -1,0 +1,81 @@
+#include "foundation/HostFiles.h"
+
+#include <windows.h>
+
+#include <io.h>
+
+#include <random>
+#include <string>
+
+namespace glyphmoor {
+
+std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(attributes);
+}
+
+Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attributes) {
+    if (!::SetFileAttributesW(path.c_str(), attributes)) {
+        return Fail("Cannot set the attributes of " + path.string());
+    }
+    return {};
+}
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes) {
+    return SaveFileTransactionally(path, bytes, [](std::FILE* file, std::string_view chunk) {
+        return std::fwrite(chunk.data(), 1, chunk.size(), file);
+    });
+}
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const std::filesystem::path folder =
+        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    std::random_device random;
+    std::filesystem::path temp;
+    std::FILE* file = nullptr;
+    for (int attempt = 0; attempt < 16 && file == nullptr; ++attempt) {
+        temp = folder / (path.filename().wstring() + L"." + std::to_wstring(random() % 1000000U) + L".tmp");
+        file = ::_wfopen(temp.c_str(), L"wbx");
+    }
+    if (file == nullptr) {
+        return Fail("Cannot create a file in " + folder.string());
+    }
+    auto abandon = [&](const std::string& reason) -> Status {
+        std::fclose(file);
+        ::DeleteFileW(temp.c_str());
+        return Fail(reason);
+    };
+    constexpr std::size_t kChunk = 4096;
+    for (std::size_t offset = 0; offset < bytes.size(); offset += kChunk) {
+        const std::string_view chunk = bytes.substr(offset, kChunk);
+        if (write(file, chunk) != chunk.size()) {
+            return abandon("Writing " + path.string() + " failed");
+        }
+    }
+    if (std::fflush(file) != 0 || ::_commit(::_fileno(file)) != 0) {
+        return abandon("Writing " + path.string() + " failed");
+    }
+    std::fclose(file);
+    // The new file takes over the old one's attributes.
+    const DWORD old = ::GetFileAttributesW(path.c_str());
+    if (old != INVALID_FILE_ATTRIBUTES) {
+        if ((old & FILE_ATTRIBUTE_READONLY) != 0) {
+            ::SetFileAttributesW(path.c_str(), old & ~DWORD{FILE_ATTRIBUTE_READONLY});
+        }
+        ::SetFileAttributesW(temp.c_str(), old);
+    }
+    if (!::MoveFileExW(temp.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        ::DeleteFileW(temp.c_str());
+        if (old != INVALID_FILE_ATTRIBUTES) {
+            ::SetFileAttributesW(path.c_str(), old);
+        }
+        return Fail("Cannot replace " + path.string());
+    }
+    return {};
+}
+
+}  // namespace glyphmoor
