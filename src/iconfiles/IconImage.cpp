@@ -194,4 +194,88 @@ Result<RgbaImage> DecodeIconImage(std::span<const std::byte> data) {
     return image;
 }
 
+Result<std::vector<std::byte>> EncodeIconImage(const RgbaImage& image, int bits) {
+    static constexpr std::array<std::uint32_t, 16> kVga = {
+        0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0xc0c0c0,
+        0x808080, 0xff0000, 0x00ff00, 0xffff00, 0x0000ff, 0xff00ff, 0x00ffff, 0xffffff};
+    static constexpr std::array<std::uint32_t, 2> kMono = {0x000000, 0xffffff};
+    if (bits != 1 && bits != 4 && bits != 32) {
+        return Fail("icon images are written with 1, 4 or 32 bits per pixel, not " + std::to_string(bits));
+    }
+    if (image.width <= 0 || image.height <= 0 || image.width > 256 || image.height > 256 ||
+        image.pixels.size() != static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4) {
+        return Fail("an icon image is 1 to 256 pixels a side");
+    }
+    std::span<const std::uint32_t> palette;
+    if (bits == 4) {
+        palette = kVga;
+    } else if (bits == 1) {
+        palette = kMono;
+    }
+    const auto w = static_cast<std::size_t>(image.width);
+    const auto h = static_cast<std::size_t>(image.height);
+    std::vector<std::byte> out;
+    PutU32(out, kInfoHeaderSize);
+    PutU32(out, static_cast<std::uint32_t>(w));
+    PutU32(out, static_cast<std::uint32_t>(h * 2));
+    PutU16(out, 1);
+    PutU16(out, static_cast<std::uint16_t>(bits));
+    PutU32(out, kBiRgb);
+    const std::size_t stride = RowStride(w, static_cast<std::size_t>(bits));
+    const std::size_t maskStride = RowStride(w, 1);
+    PutU32(out, static_cast<std::uint32_t>((stride + maskStride) * h));
+    for (int i = 0; i < 2; ++i) {
+        PutU32(out, 0);
+    }
+    PutU32(out, static_cast<std::uint32_t>(palette.size()));
+    PutU32(out, 0);
+    for (std::uint32_t colour : palette) {
+        PutU32(out, colour);  // blue, green, red, 0 in memory
+    }
+    auto nearest = [&](const std::uint8_t* p) {
+        std::size_t best = 0;
+        long bestDistance = -1;
+        for (std::size_t i = 0; i < palette.size(); ++i) {
+            const long dr = static_cast<long>(p[0]) - static_cast<long>((palette[i] >> 16) & 0xff);
+            const long dg = static_cast<long>(p[1]) - static_cast<long>((palette[i] >> 8) & 0xff);
+            const long db = static_cast<long>(p[2]) - static_cast<long>(palette[i] & 0xff);
+            const long distance = dr * dr + dg * dg + db * db;
+            if (bestDistance < 0 || distance < bestDistance) {
+                best = i;
+                bestDistance = distance;
+            }
+        }
+        return static_cast<unsigned>(best);
+    };
+    for (std::size_t row = 0; row < h; ++row) {
+        const std::size_t y = h - 1 - row;  // bottom row first
+        std::vector<std::byte> line(stride);
+        for (std::size_t x = 0; x < w; ++x) {
+            const std::uint8_t* p = image.At(static_cast<int>(x), static_cast<int>(y));
+            if (bits == 32) {
+                line[x * 4] = std::byte{p[2]};
+                line[x * 4 + 1] = std::byte{p[1]};
+                line[x * 4 + 2] = std::byte{p[0]};
+                line[x * 4 + 3] = std::byte{p[3]};
+            } else {
+                const unsigned index = p[3] < 128 ? 0 : nearest(p);
+                const std::size_t bit = x * static_cast<std::size_t>(bits);
+                line[bit / 8] |= static_cast<std::byte>(index << (8 - bits - static_cast<int>(bit % 8)));
+            }
+        }
+        out.insert(out.end(), line.begin(), line.end());
+    }
+    for (std::size_t row = 0; row < h; ++row) {
+        const std::size_t y = h - 1 - row;
+        std::vector<std::byte> line(maskStride);
+        for (std::size_t x = 0; x < w; ++x) {
+            if (image.At(static_cast<int>(x), static_cast<int>(y))[3] < 128) {
+                line[x / 8] |= static_cast<std::byte>(0x80u >> (x % 8));
+            }
+        }
+        out.insert(out.end(), line.begin(), line.end());
+    }
+    return out;
+}
+
 }  // namespace glyphmoor

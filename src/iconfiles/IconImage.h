@@ -40,6 +40,12 @@ int ImageDataBitCount(std::span<const std::byte> data);
 // its alpha channel instead of the mask, as Windows XP and later draw it.
 Result<RgbaImage> DecodeIconImage(std::span<const std::byte> data);
 
+// Encodes pixels as an icon image (bitmap header with doubled height, colour
+// table, colour rows, AND mask): 32 bits keeping alpha; 4 bits in the 16
+// colours of the standard VGA palette; 1 bit in black and white. Each colour
+// goes to the nearest palette entry; pixels with alpha below 128 are masked.
+Result<std::vector<std::byte>> EncodeIconImage(const RgbaImage& image, int bits);
+
 // PNG through libpng; each fails with "... not in this build" when the build has
 // no libpng (PngSupported() tells which).
 bool PngSupported();
