@@ -37,7 +37,7 @@ const std::vector<Library>& Libraries() {
          {{0, "blank-page"},      {1, "text-page"},        {2, "dos-window"},      {3, "folder"},
           {4, "open-folder"},     {5, "floppy-525"},       {6, "floppy-35"},       {7, "removable-drive"},
           {8, "hard-drive"},      {9, "net-drive"},        {10, "net-drive-offline"}, {11, "cd-drive"},
-          {12, "ram-drive"},      {13, "globe"},           {15, "computer"},       {17, "network"},
+          {12, "ram-drive"},      {13, "entire-network"},  {15, "net-computer"},       {17, "network"},
           {18, "workgroup"},      {19, "programs"},        {20, "documents"},      {21, "settings"},
           {22, "find"},           {23, "help"},            {24, "run"},            {25, "suspend"},
           {27, "shut-down"},      {28, "sharing-overlay"}, {29, "shortcut-overlay"}, {31, "bin"},

@@ -372,6 +372,21 @@ void NetDriveOffline(Canvas& c) {
     c.Fill(Line(44, 30, 28, 46, 5), kRed);
 }
 
+// A computer or a globe seen through the network: on a cable.
+void NetComputer(Canvas& c) {
+    c.PushTransform(0.85f, 3, -2);
+    Computer(c);
+    c.PopTransform();
+    Pipe(c, kLime);
+}
+
+void EntireNetwork(Canvas& c) {
+    c.PushTransform(0.8f, 5, 0);
+    Globe(c);
+    c.PopTransform();
+    Pipe(c, kLime);
+}
+
 void AudioCd(Canvas& c) {
     Disc(c);
     Badge(c, Note, 0.55f, 22, 20);
@@ -558,6 +573,7 @@ const std::vector<NamedPicture>& AllPictures() {
         {"net-drive", NetDrive},          {"net-drive-offline", NetDriveOffline},
         {"cd-drive", CdDrive},            {"ram-drive", RamDrive},
         {"globe", Globe},                 {"computer", Computer},
+        {"net-computer", NetComputer},    {"entire-network", EntireNetwork},
         {"network", Network},             {"workgroup", Workgroup},
         {"programs", ProgramsFolder},     {"documents", DocumentsFolder},
         {"settings", SettingsFolder},     {"find", Find},
