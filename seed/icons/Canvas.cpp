@@ -61,9 +61,13 @@ Canvas::Canvas(int size) : m_size(size) {
     m_image.pixels.assign(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 4, 0);
 }
 
-void Canvas::PushTransform(float scale, float dx, float dy) { m_transforms.push_back({scale, dx, dy}); }
+void Canvas::PushTransform(float scale, float dx, float dy) {
+    m_transforms.push_back({scale, dx, dy});
+}
 
-void Canvas::PopTransform() { m_transforms.pop_back(); }
+void Canvas::PopTransform() {
+    m_transforms.pop_back();
+}
 
 std::vector<float> Canvas::Coverage(const Shape& shape) const {
     constexpr int kSamples = 4;
@@ -84,7 +88,8 @@ std::vector<float> Canvas::Coverage(const Shape& shape) const {
                     hits += shape(x, y) ? 1 : 0;
                 }
             }
-            coverage[static_cast<std::size_t>(py * m_size + px)] = static_cast<float>(hits) / (kSamples * kSamples);
+            coverage[static_cast<std::size_t>(py * m_size + px)] =
+                static_cast<float>(hits) / (kSamples * kSamples);
         }
     }
     return coverage;
@@ -98,8 +103,8 @@ void Canvas::Blend(std::size_t pixel, Colour c, float alpha) {
         return;
     }
     auto mix = [&](std::uint8_t top, std::uint8_t under) {
-        return static_cast<std::uint8_t>(
-            std::lround((static_cast<float>(top) * alpha + static_cast<float>(under) * below * (1 - alpha)) / out));
+        return static_cast<std::uint8_t>(std::lround(
+            (static_cast<float>(top) * alpha + static_cast<float>(under) * below * (1 - alpha)) / out));
     };
     p[0] = mix(c.r, p[0]);
     p[1] = mix(c.g, p[1]);
@@ -128,8 +133,8 @@ void Canvas::Fill(const Shape& shape, Colour fill, Colour outline) {
             if (coverage[i] <= 0) {
                 continue;
             }
-            const bool edge = !covered(x, y) || !covered(x - 1, y) || !covered(x + 1, y) || !covered(x, y - 1) ||
-                              !covered(x, y + 1);
+            const bool edge = !covered(x, y) || !covered(x - 1, y) || !covered(x + 1, y) ||
+                              !covered(x, y - 1) || !covered(x, y + 1);
             Blend(i, edge ? outline : fill, edge ? std::max(coverage[i], 0.5f) : coverage[i]);
         }
     }

@@ -34,19 +34,58 @@ struct Library {
 const std::vector<Library>& Libraries() {
     static const std::vector<Library> kLibraries = {
         {"drive_c/WINDOWS/SYSTEM/shell32.dll",
-         {{0, "blank-page"},      {1, "text-page"},        {2, "dos-window"},      {3, "folder"},
-          {4, "open-folder"},     {5, "floppy-525"},       {6, "floppy-35"},       {7, "removable-drive"},
-          {8, "hard-drive"},      {9, "net-drive"},        {10, "net-drive-offline"}, {11, "cd-drive"},
-          {12, "ram-drive"},      {13, "entire-network"},  {15, "net-computer"},       {17, "network"},
-          {18, "workgroup"},      {19, "programs"},        {20, "documents"},      {21, "settings"},
-          {22, "find"},           {23, "help"},            {24, "run"},            {25, "suspend"},
-          {27, "shut-down"},      {28, "sharing-overlay"}, {29, "shortcut-overlay"}, {31, "bin"},
-          {32, "bin-full"},       {33, "dial-up"},         {34, "desktop"},        {35, "control-panel"},
-          {36, "program-group"},  {37, "printers"},        {40, "audio-cd"},       {42, "users"},
-          {43, "favorites"},      {44, "log-off"},         {46, "control-panel"},  {47, "printers"},
-          {50, "control-panel"},  {51, "control-panel"},   {52, "printers"},       {58, "ini-document"},
-          {59, "text-document"},  {60, "batch-file"},      {62, "ini-document"},   {63, "ini-document"},
-          {64, "text-document"},  {65, "batch-file"},      {73, "users"},          {79, "favorites"}}},
+         {{0, "blank-page"},
+          {1, "text-page"},
+          {2, "dos-window"},
+          {3, "folder"},
+          {4, "open-folder"},
+          {5, "floppy-525"},
+          {6, "floppy-35"},
+          {7, "removable-drive"},
+          {8, "hard-drive"},
+          {9, "net-drive"},
+          {10, "net-drive-offline"},
+          {11, "cd-drive"},
+          {12, "ram-drive"},
+          {13, "entire-network"},
+          {15, "net-computer"},
+          {17, "network"},
+          {18, "workgroup"},
+          {19, "programs"},
+          {20, "documents"},
+          {21, "settings"},
+          {22, "find"},
+          {23, "help"},
+          {24, "run"},
+          {25, "suspend"},
+          {27, "shut-down"},
+          {28, "sharing-overlay"},
+          {29, "shortcut-overlay"},
+          {31, "bin"},
+          {32, "bin-full"},
+          {33, "dial-up"},
+          {34, "desktop"},
+          {35, "control-panel"},
+          {36, "program-group"},
+          {37, "printers"},
+          {40, "audio-cd"},
+          {42, "users"},
+          {43, "favorites"},
+          {44, "log-off"},
+          {46, "control-panel"},
+          {47, "printers"},
+          {50, "control-panel"},
+          {51, "control-panel"},
+          {52, "printers"},
+          {58, "ini-document"},
+          {59, "text-document"},
+          {60, "batch-file"},
+          {62, "ini-document"},
+          {63, "ini-document"},
+          {64, "text-document"},
+          {65, "batch-file"},
+          {73, "users"},
+          {79, "favorites"}}},
         {"drive_c/WINDOWS/explorer.exe", {{0, "computer"}}},
         {"drive_c/WINDOWS/mplayer.exe", {{0, "media-clip"}}},
         {"drive_c/WINDOWS/sndrec32.exe", {{0, "sound-recorder"}}},
@@ -146,7 +185,8 @@ void Generate(const std::filesystem::path& out) {
         std::vector<cFileIcon> icons(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             const auto it = library.icons.find(i);
-            icon(it == library.icons.end() ? "unused" : it->second).CloneTo(icons[static_cast<std::size_t>(i)]);
+            icon(it == library.icons.end() ? "unused" : it->second)
+                .CloneTo(icons[static_cast<std::size_t>(i)]);
         }
         Write(out / library.path, BuildResourceOnlyPe(IconLibraryResources(icons, {}), {}));
     }
@@ -157,7 +197,8 @@ void Generate(const std::filesystem::path& out) {
     std::uint16_t id = 1;
     for (const PointerPicture& pointer : StandardPointers()) {
         CursorImage image = MakePointer(pointer);
-        Write(out / "drive_c/WINDOWS/Cursors" / (std::string(pointer.name) + ".cur"), BuildCursorFile({image}));
+        Write(out / "drive_c/WINDOWS/Cursors" / (std::string(pointer.name) + ".cur"),
+              BuildCursorFile({image}));
         cursors.push_back({id++, {std::move(image)}});
     }
     std::vector<cFileIcon> programIcons(1);

@@ -67,24 +67,30 @@ Shape GearShape(float cx, float cy, float r) {
     for (int i = 0; i < kTeeth * 4; ++i) {
         const double a = 2 * std::numbers::pi * i / (kTeeth * 4);
         const float rr = (i % 4 < 2) ? r : r * 0.72f;
-        points.push_back({cx + rr * static_cast<float>(std::cos(a)), cy + rr * static_cast<float>(std::sin(a))});
+        points.push_back(
+            {cx + rr * static_cast<float>(std::cos(a)), cy + rr * static_cast<float>(std::sin(a))});
     }
     return Minus(Polygon(points), Ellipse(cx, cy, r * 0.3f, r * 0.3f));
 }
 
-void Gear(Canvas& c) { c.Fill(GearShape(24, 24, 20), kSilver, kBlack); }
+void Gear(Canvas& c) {
+    c.Fill(GearShape(24, 24, 20), kSilver, kBlack);
+}
 
 Shape StarShape(float cx, float cy, float r) {
     std::vector<Pt> points;
     for (int i = 0; i < 10; ++i) {
         const double a = -std::numbers::pi / 2 + std::numbers::pi * i / 5;
         const float rr = i % 2 == 0 ? r : r * 0.42f;
-        points.push_back({cx + rr * static_cast<float>(std::cos(a)), cy + rr * static_cast<float>(std::sin(a))});
+        points.push_back(
+            {cx + rr * static_cast<float>(std::cos(a)), cy + rr * static_cast<float>(std::sin(a))});
     }
     return Polygon(points);
 }
 
-void Star(Canvas& c) { c.Fill(StarShape(24, 25, 21), kYellow, kOlive); }
+void Star(Canvas& c) {
+    c.Fill(StarShape(24, 25, 21), kYellow, kOlive);
+}
 
 void Globe(Canvas& c) {
     c.Fill(Ellipse(24, 24, 20, 20), kBlue, kNavy);
@@ -96,7 +102,8 @@ void Clock(Canvas& c) {
     c.Fill(Ellipse(24, 24, 20, 20), kWhite, kBlack);
     for (int i = 0; i < 12; i += 3) {
         const double a = 2 * std::numbers::pi * i / 12;
-        const float x = 24 + 16 * static_cast<float>(std::cos(a)), y = 24 + 16 * static_cast<float>(std::sin(a));
+        const float x = 24 + 16 * static_cast<float>(std::cos(a)),
+                    y = 24 + 16 * static_cast<float>(std::sin(a));
         c.Fill(Ellipse(x, y, 1.5f, 1.5f), kBlack);
     }
     c.Fill(Line(24, 24, 24, 11, 3), kBlack);
@@ -154,7 +161,9 @@ void Key(Canvas& c) {
     c.Fill(Line(38, 40, 43, 35, 5), kYellow, kOlive);
 }
 
-void Moon(Canvas& c) { c.Fill(Minus(Ellipse(22, 24, 17, 17), Ellipse(31, 18, 14, 14)), kYellow, kOlive); }
+void Moon(Canvas& c) {
+    c.Fill(Minus(Ellipse(22, 24, 17, 17), Ellipse(31, 18, 14, 14)), kYellow, kOlive);
+}
 
 void Power(Canvas& c) {
     c.Fill(Minus(Ring(24, 26, 14, 6), Polygon({{18, 4}, {30, 4}, {24, 24}})), kRed, kMaroon);
@@ -230,14 +239,30 @@ void FolderWith(Canvas& c, Picture badge) {
     Badge(c, badge, 0.55f, 20, 19);
 }
 
-void ProgramsFolder(Canvas& c) { FolderWith(c, AppWindow); }
-void DocumentsFolder(Canvas& c) { FolderWith(c, TextPage); }
-void SettingsFolder(Canvas& c) { FolderWith(c, Gear); }
-void FavoritesFolder(Canvas& c) { FolderWith(c, Star); }
-void PrintersFolder(Canvas& c) { FolderWith(c, Printer); }
-void UsersFolder(Canvas& c) { FolderWith(c, People); }
-void HistoryFolder(Canvas& c) { FolderWith(c, Clock); }
-void CacheFolder(Canvas& c) { FolderWith(c, Cube); }
+void ProgramsFolder(Canvas& c) {
+    FolderWith(c, AppWindow);
+}
+void DocumentsFolder(Canvas& c) {
+    FolderWith(c, TextPage);
+}
+void SettingsFolder(Canvas& c) {
+    FolderWith(c, Gear);
+}
+void FavoritesFolder(Canvas& c) {
+    FolderWith(c, Star);
+}
+void PrintersFolder(Canvas& c) {
+    FolderWith(c, Printer);
+}
+void UsersFolder(Canvas& c) {
+    FolderWith(c, People);
+}
+void HistoryFolder(Canvas& c) {
+    FolderWith(c, Clock);
+}
+void CacheFolder(Canvas& c) {
+    FolderWith(c, Cube);
+}
 void MyDocuments(Canvas& c) {
     Folder(c);
     Badge(c, TextPage, 0.6f, 4, 14);
@@ -418,10 +443,13 @@ void Briefcase(Canvas& c) {
 
 void InBox(Canvas& c) {
     Badge(c, Envelope, 0.7f, 7, 0);
-    c.Fill(Polygon({{2, 28}, {14, 28}, {17, 33}, {31, 33}, {34, 28}, {46, 28}, {42, 44}, {6, 44}}), kTeal, kBlack);
+    c.Fill(Polygon({{2, 28}, {14, 28}, {17, 33}, {31, 33}, {34, 28}, {46, 28}, {42, 44}, {6, 44}}), kTeal,
+           kBlack);
 }
 
-void Internet(Canvas& c) { Globe(c); }
+void Internet(Canvas& c) {
+    Globe(c);
+}
 
 // --- Start menu --------------------------------------------------------------
 
@@ -457,8 +485,12 @@ void PageWith(Canvas& c, Picture badge) {
     Badge(c, badge, 0.5f, 14, 16);
 }
 
-void HtmlDocument(Canvas& c) { PageWith(c, Globe); }
-void ImageDocument(Canvas& c) { PageWith(c, Landscape); }
+void HtmlDocument(Canvas& c) {
+    PageWith(c, Globe);
+}
+void ImageDocument(Canvas& c) {
+    PageWith(c, Landscape);
+}
 void IniDocument(Canvas& c) {
     TextPage(c);
     Badge(c, Gear, 0.5f, 20, 22);
@@ -533,7 +565,9 @@ void Subscriptions(Canvas& c) {
     Calendar(c);
     Badge(c, Star, 0.55f, 20, 20);
 }
-void History(Canvas& c) { HistoryFolder(c); }
+void History(Canvas& c) {
+    HistoryFolder(c);
+}
 
 // --- Overlays (drawn in the lower-left corner of a transparent icon) -----------
 
@@ -565,39 +599,72 @@ void Unused(Canvas& c) {
 
 const std::vector<NamedPicture>& AllPictures() {
     static const std::vector<NamedPicture> kPictures = {
-        {"blank-page", BlankPage},        {"text-page", TextPage},
-        {"app-window", AppWindow},        {"dos-window", DosWindow},
-        {"folder", Folder},               {"open-folder", OpenFolder},
-        {"floppy-525", Floppy525},        {"floppy-35", Floppy35},
-        {"removable-drive", RemovableDrive}, {"hard-drive", HardDrive},
-        {"net-drive", NetDrive},          {"net-drive-offline", NetDriveOffline},
-        {"cd-drive", CdDrive},            {"ram-drive", RamDrive},
-        {"globe", Globe},                 {"computer", Computer},
-        {"net-computer", NetComputer},    {"entire-network", EntireNetwork},
-        {"network", Network},             {"workgroup", Workgroup},
-        {"programs", ProgramsFolder},     {"documents", DocumentsFolder},
-        {"settings", SettingsFolder},     {"find", Find},
-        {"help", Help},                   {"run", Run},
-        {"suspend", Suspend},             {"shut-down", ShutDown},
-        {"sharing-overlay", SharingOverlay}, {"shortcut-overlay", ShortcutOverlay},
-        {"bin", Bin},                     {"bin-full", BinFull},
-        {"dial-up", DialUp},              {"desktop", Desktop},
-        {"control-panel", ControlPanel},  {"program-group", ProgramGroup},
-        {"printers", PrintersFolder},     {"audio-cd", AudioCd},
-        {"users", UsersFolder},           {"favorites", FavoritesFolder},
-        {"log-off", LogOff},              {"ini-document", IniDocument},
-        {"text-document", TextDocument},  {"batch-file", BatchFile},
-        {"my-documents", MyDocuments},    {"internet", Internet},
-        {"html-document", HtmlDocument},  {"image-document", ImageDocument},
-        {"in-box", InBox},                {"briefcase", Briefcase},
-        {"history", History},             {"activex-cache", CacheFolder},
-        {"subscriptions", Subscriptions}, {"scheduled-tasks", ScheduledTasks},
-        {"video-clip", VideoClip},        {"movie-clip", MovieClip},
-        {"wave-sound", Speaker},          {"midi", Note},
-        {"media-clip", MediaClip},        {"paint", Paint},
-        {"bitmap-document", BitmapDocument}, {"wordpad", Wordpad},
-        {"rich-text", RichTextDocument},  {"write-document", WriteDocument},
-        {"sound-recorder", SoundRecorder}, {"program", Program},
+        {"blank-page", BlankPage},
+        {"text-page", TextPage},
+        {"app-window", AppWindow},
+        {"dos-window", DosWindow},
+        {"folder", Folder},
+        {"open-folder", OpenFolder},
+        {"floppy-525", Floppy525},
+        {"floppy-35", Floppy35},
+        {"removable-drive", RemovableDrive},
+        {"hard-drive", HardDrive},
+        {"net-drive", NetDrive},
+        {"net-drive-offline", NetDriveOffline},
+        {"cd-drive", CdDrive},
+        {"ram-drive", RamDrive},
+        {"globe", Globe},
+        {"computer", Computer},
+        {"net-computer", NetComputer},
+        {"entire-network", EntireNetwork},
+        {"network", Network},
+        {"workgroup", Workgroup},
+        {"programs", ProgramsFolder},
+        {"documents", DocumentsFolder},
+        {"settings", SettingsFolder},
+        {"find", Find},
+        {"help", Help},
+        {"run", Run},
+        {"suspend", Suspend},
+        {"shut-down", ShutDown},
+        {"sharing-overlay", SharingOverlay},
+        {"shortcut-overlay", ShortcutOverlay},
+        {"bin", Bin},
+        {"bin-full", BinFull},
+        {"dial-up", DialUp},
+        {"desktop", Desktop},
+        {"control-panel", ControlPanel},
+        {"program-group", ProgramGroup},
+        {"printers", PrintersFolder},
+        {"audio-cd", AudioCd},
+        {"users", UsersFolder},
+        {"favorites", FavoritesFolder},
+        {"log-off", LogOff},
+        {"ini-document", IniDocument},
+        {"text-document", TextDocument},
+        {"batch-file", BatchFile},
+        {"my-documents", MyDocuments},
+        {"internet", Internet},
+        {"html-document", HtmlDocument},
+        {"image-document", ImageDocument},
+        {"in-box", InBox},
+        {"briefcase", Briefcase},
+        {"history", History},
+        {"activex-cache", CacheFolder},
+        {"subscriptions", Subscriptions},
+        {"scheduled-tasks", ScheduledTasks},
+        {"video-clip", VideoClip},
+        {"movie-clip", MovieClip},
+        {"wave-sound", Speaker},
+        {"midi", Note},
+        {"media-clip", MediaClip},
+        {"paint", Paint},
+        {"bitmap-document", BitmapDocument},
+        {"wordpad", Wordpad},
+        {"rich-text", RichTextDocument},
+        {"write-document", WriteDocument},
+        {"sound-recorder", SoundRecorder},
+        {"program", Program},
         {"unused", Unused},
     };
     return kPictures;

@@ -45,7 +45,8 @@ public:
         if (!Has(offset, 4)) {
             return std::nullopt;
         }
-        return static_cast<std::uint32_t>(Byte(offset)) | (static_cast<std::uint32_t>(Byte(offset + 1)) << 8) |
+        return static_cast<std::uint32_t>(Byte(offset)) |
+               (static_cast<std::uint32_t>(Byte(offset + 1)) << 8) |
                (static_cast<std::uint32_t>(Byte(offset + 2)) << 16) |
                (static_cast<std::uint32_t>(Byte(offset + 3)) << 24);
     }

@@ -42,7 +42,9 @@ struct Channel {
     }
 };
 
-std::size_t RowStride(std::size_t width, std::size_t bits) { return ((width * bits + 31) / 32) * 4; }
+std::size_t RowStride(std::size_t width, std::size_t bits) {
+    return ((width * bits + 31) / 32) * 4;
+}
 
 }  // namespace
 
@@ -164,7 +166,8 @@ Result<RgbaImage> DecodeIconImage(std::span<const std::byte> data) {
                 }
             } else if (bits == 24) {
                 const std::size_t at = row + x * 3;
-                rgba[0] = *colourRows->U8(at + 2), rgba[1] = *colourRows->U8(at + 1), rgba[2] = *colourRows->U8(at);
+                rgba[0] = *colourRows->U8(at + 2), rgba[1] = *colourRows->U8(at + 1),
+                rgba[2] = *colourRows->U8(at);
             } else {
                 const std::uint32_t pixel =
                     bits == 16 ? *colourRows->U16(row + x * 2) : *colourRows->U32(row + x * 4);
@@ -203,7 +206,8 @@ Result<std::vector<std::byte>> EncodeIconImage(const RgbaImage& image, int bits)
         return Fail("icon images are written with 1, 4 or 32 bits per pixel, not " + std::to_string(bits));
     }
     if (image.width <= 0 || image.height <= 0 || image.width > 256 || image.height > 256 ||
-        image.pixels.size() != static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4) {
+        image.pixels.size() !=
+            static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4) {
         return Fail("an icon image is 1 to 256 pixels a side");
     }
     std::span<const std::uint32_t> palette;

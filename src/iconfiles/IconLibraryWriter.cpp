@@ -18,7 +18,9 @@ constexpr std::uint32_t kSectionAlignment = 0x1000;
 constexpr std::uint32_t kRsrcRva = 0x1000;
 constexpr std::uint32_t kPeOffset = 0x80;
 
-std::uint32_t AlignUp(std::uint32_t v, std::uint32_t a) { return (v + a - 1) / a * a; }
+std::uint32_t AlignUp(std::uint32_t v, std::uint32_t a) {
+    return (v + a - 1) / a * a;
+}
 
 void PutAt16(std::vector<std::byte>& b, std::size_t at, std::uint16_t v) {
     b[at] = static_cast<std::byte>(v & 0xff);
@@ -45,8 +47,8 @@ bool EntryLess(const ResourceId& a, const ResourceId& b) {
 
 // The MS-DOS stub: prints a line and ends, should anyone start the file under MS-DOS.
 std::vector<std::byte> DosStub() {
-    const std::uint8_t code[] = {0x0e, 0x1f, 0xba, 0x0e, 0x00, 0xb4, 0x09, 0xcd,
-                                 0x21, 0xb8, 0x01, 0x4c, 0xcd, 0x21};
+    const std::uint8_t code[] = {0x0e, 0x1f, 0xba, 0x0e, 0x00, 0xb4, 0x09,
+                                 0xcd, 0x21, 0xb8, 0x01, 0x4c, 0xcd, 0x21};
     const std::string_view text = "This file holds icons for Windows.\r\n$";
     std::vector<std::byte> stub;
     for (std::uint8_t c : code) {
@@ -60,7 +62,8 @@ std::vector<std::byte> DosStub() {
 
 }  // namespace
 
-std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resources, const PeLayout& layout) {
+std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resources,
+                                           const PeLayout& layout) {
     // Group resources by type, both levels in directory order.
     std::vector<std::vector<const RawResource*>> types;
     {
@@ -138,7 +141,8 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
         return id.isName ? (0x80000000u | stringAt[id.name]) : id.number;
     };
     auto directory = [&](std::uint32_t at, const std::vector<ResourceId>& ids) {
-        const auto named = std::count_if(ids.begin(), ids.end(), [](const ResourceId& id) { return id.isName; });
+        const auto named =
+            std::count_if(ids.begin(), ids.end(), [](const ResourceId& id) { return id.isName; });
         PutAt16(rsrc, at + 12, static_cast<std::uint16_t>(named));
         PutAt16(rsrc, at + 14, static_cast<std::uint16_t>(ids.size() - static_cast<std::size_t>(named)));
         for (std::size_t i = 0; i < ids.size(); ++i) {
@@ -169,7 +173,9 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
         }
     }
     if (!strings.empty()) {
-        std::copy(strings.begin(), strings.end(), rsrc.begin() + static_cast<std::ptrdiff_t>(dataEntryAt.empty() ? 16 + 8 * types.size() : dataEntryAt.back() + 16));
+        std::copy(strings.begin(), strings.end(),
+                  rsrc.begin() + static_cast<std::ptrdiff_t>(dataEntryAt.empty() ? 16 + 8 * types.size()
+                                                                                 : dataEntryAt.back() + 16));
     }
 
     // Headers: MS-DOS header and stub, PE signature, COFF header, optional
@@ -179,13 +185,13 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
     const std::uint32_t headersSize = AlignUp(headersEnd, kFileAlignment);
     const std::uint32_t rawSize = AlignUp(rsrcSize, kFileAlignment);
     std::vector<std::byte> file(headersSize + rawSize);
-    PutAt16(file, 0, 0x5a4d);  // "MZ"
-    PutAt16(file, 2, 0x90);    // bytes on the last page
-    PutAt16(file, 4, 3);       // pages
-    PutAt16(file, 8, 4);       // header paragraphs
-    PutAt16(file, 12, 0xffff); // most extra paragraphs
-    PutAt16(file, 16, 0xb8);   // initial SP
-    PutAt16(file, 24, 0x40);   // relocation table
+    PutAt16(file, 0, 0x5a4d);   // "MZ"
+    PutAt16(file, 2, 0x90);     // bytes on the last page
+    PutAt16(file, 4, 3);        // pages
+    PutAt16(file, 8, 4);        // header paragraphs
+    PutAt16(file, 12, 0xffff);  // most extra paragraphs
+    PutAt16(file, 16, 0xb8);    // initial SP
+    PutAt16(file, 24, 0x40);    // relocation table
     PutAt32(file, 0x3c, kPeOffset);
     const auto stub = DosStub();
     std::copy(stub.begin(), stub.end(), file.begin() + 0x40);
@@ -196,7 +202,7 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
     PutAt16(file, at, layout.pe32Plus ? 0x8664 : 0x014c);  // machine: x86-64 or i386
     PutAt16(file, at + 2, 1);                              // one section
     PutAt16(file, at + 16, static_cast<std::uint16_t>(optionalSize));
-    std::uint16_t characteristics = 0x0002;  // executable image
+    std::uint16_t characteristics = 0x0002;                // executable image
     characteristics |= layout.pe32Plus ? 0x0020 : 0x0100;  // large addresses / 32-bit machine
     if (layout.dll) {
         characteristics |= 0x2000;
@@ -208,13 +214,13 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
 
     const std::size_t opt = at;
     PutAt16(file, opt, layout.pe32Plus ? 0x20b : 0x10b);
-    file[opt + 2] = std::byte{6};  // linker version 6.0
-    PutAt32(file, opt + 8, rawSize);           // size of initialised data
-    PutAt32(file, opt + 20, kRsrcRva);         // base of code
+    file[opt + 2] = std::byte{6};       // linker version 6.0
+    PutAt32(file, opt + 8, rawSize);    // size of initialised data
+    PutAt32(file, opt + 20, kRsrcRva);  // base of code
     std::size_t w = opt + 24;
     if (layout.pe32Plus) {
         PutAt32(file, w, layout.dll ? 0x80000000u : 0x40000000u);  // image base, low half
-        PutAt32(file, w + 4, 0x1);                                  // image base, high half
+        PutAt32(file, w + 4, 0x1);                                 // image base, high half
         w += 8;
     } else {
         PutAt32(file, w, kRsrcRva);  // base of data
@@ -236,8 +242,8 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
     PutAt32(file, w + 2 * word, 0x100000);
     PutAt32(file, w + 3 * word, 0x1000);
     w += 4 * word;
-    w += 4;                 // loader flags
-    PutAt32(file, w, 16);   // number of data directories
+    w += 4;                // loader flags
+    PutAt32(file, w, 16);  // number of data directories
     w += 4;
     PutAt32(file, w + 2 * 8, kRsrcRva);  // the resource directory
     PutAt32(file, w + 2 * 8 + 4, rsrcSize);
@@ -277,11 +283,12 @@ std::vector<RawResource> IconLibraryResources(const std::vector<cFileIcon>& icon
             PutU32(group, e.bytesInRes);
             PutU16(group, nextImage);
             const auto data = icon.ImageData(i);
-            out.push_back({ResourceId::Number(kRtIcon), ResourceId::Number(nextImage), {data.begin(), data.end()}});
+            out.push_back(
+                {ResourceId::Number(kRtIcon), ResourceId::Number(nextImage), {data.begin(), data.end()}});
             ++nextImage;
         }
-        out.push_back({ResourceId::Number(kRtGroupIcon), ResourceId::Number(static_cast<std::uint16_t>(g + 1)),
-                       std::move(group)});
+        out.push_back({ResourceId::Number(kRtGroupIcon),
+                       ResourceId::Number(static_cast<std::uint16_t>(g + 1)), std::move(group)});
     }
     std::uint16_t nextCursor = 1;
     for (const LibraryCursor& cursor : cursors) {

@@ -99,7 +99,8 @@ Result<std::vector<TreeEntry>> ReadNode(const ByteReader& tree, std::uint32_t of
     }
     std::vector<TreeEntry> entries(count);
     for (std::size_t i = 0; i < count; ++i) {
-        entries[i] = {*tree.U32(first + i * kDirectoryEntrySize), *tree.U32(first + i * kDirectoryEntrySize + 4)};
+        entries[i] = {*tree.U32(first + i * kDirectoryEntrySize),
+                      *tree.U32(first + i * kDirectoryEntrySize + 4)};
     }
     return entries;
 }
@@ -211,7 +212,8 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
             // Data outside the file is listed all the same, as Windows lists
             // it, and reads as empty.
             const auto offset = image.FileOffset(*dataRva, *dataSize);
-            type.resources.push_back({std::move(*nameId), offset.value_or(file.size()), offset ? *dataSize : 0});
+            type.resources.push_back(
+                {std::move(*nameId), offset.value_or(file.size()), offset ? *dataSize : 0});
         }
         dir.types.push_back(std::move(type));
     }

@@ -8,7 +8,9 @@
 
 namespace glyphmoor {
 
-bool PngSupported() { return true; }
+bool PngSupported() {
+    return true;
+}
 
 Result<RgbaImage> DecodePng(std::span<const std::byte> data) {
     png_image png{};

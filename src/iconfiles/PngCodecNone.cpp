@@ -3,7 +3,9 @@
 
 namespace glyphmoor {
 
-bool PngSupported() { return false; }
+bool PngSupported() {
+    return false;
+}
 
 Result<RgbaImage> DecodePng(std::span<const std::byte>) {
     return Fail("PNG-compressed icon images are not in this build (it was made without libpng)");

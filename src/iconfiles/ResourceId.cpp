@@ -20,7 +20,9 @@ ResourceId ResourceId::Parse(std::string_view text) {
     return Name(std::string(text));
 }
 
-std::string ResourceId::ToString() const { return isName ? name : std::to_string(number); }
+std::string ResourceId::ToString() const {
+    return isName ? name : std::to_string(number);
+}
 
 bool ResourceId::Matches(const ResourceId& other) const {
     if (isName != other.isName) {

@@ -141,7 +141,8 @@ bool cFileIcon::LoadIconFromEXE(const ExecutableModule& module, const ResourceId
         const std::uint16_t imageId = *g.U16(at + 12);
         const ResourceData* image = dir.Find(ResourceId::Number(kRtIcon), ResourceId::Number(imageId));
         if (image == nullptr) {
-            return Fail("Icon image " + std::to_string(imageId) + " of group " + id.ToString() + " is missing.");
+            return Fail("Icon image " + std::to_string(imageId) + " of group " + id.ToString() +
+                        " is missing.");
         }
         const auto data = module.Data(*image);
         const std::size_t want = entries[i].bytesInRes;
@@ -184,7 +185,8 @@ bool cFileIcon::SaveStart(std::ostream& out) const {
         PutU16(entry, e.bitCount);
         PutU32(entry, e.bytesInRes);
         PutU32(entry, e.imageOffset);
-        if (!out.write(reinterpret_cast<const char*>(entry.data()), static_cast<std::streamsize>(entry.size()))) {
+        if (!out.write(reinterpret_cast<const char*>(entry.data()),
+                       static_cast<std::streamsize>(entry.size()))) {
             return false;
         }
     }
@@ -303,9 +305,12 @@ int cFileIcon::ImageBitCount(int index) const {
         return bits;
     }
     switch (e.colourCount) {
-        case 2: return 1;
-        case 16: return 4;
-        default: return 8;
+        case 2:
+            return 1;
+        case 16:
+            return 4;
+        default:
+            return 8;
     }
 }
 

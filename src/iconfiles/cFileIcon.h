@@ -103,7 +103,9 @@ public:
     [[nodiscard]] int ImageBitCount(int index) const;
 
     [[nodiscard]] const IconHeader& Header() const { return m_header; }
-    [[nodiscard]] const IconDirEntry& Entry(int index) const { return m_entries.at(static_cast<std::size_t>(index)); }
+    [[nodiscard]] const IconDirEntry& Entry(int index) const {
+        return m_entries.at(static_cast<std::size_t>(index));
+    }
     [[nodiscard]] std::span<const std::byte> ImageData(int index) const {
         return m_images.at(static_cast<std::size_t>(index));
     }

@@ -10,26 +10,14 @@ std::string ResourceTypeNameOfId(std::uint16_t id) {
         const char* name;
     };
     // Ids 19 and 20 both read "VXD"; the program has always shown them so.
-    static constexpr std::array<Row, 20> kNames = {{{1, "Cursor"},
-                                                    {2, "Bitmap"},
-                                                    {3, "Icon"},
-                                                    {4, "Menu"},
-                                                    {5, "Dialog"},
-                                                    {6, "String"},
-                                                    {7, "Font Directory"},
-                                                    {8, "Font"},
-                                                    {9, "Accelerators"},
-                                                    {10, "RC Data"},
-                                                    {11, "Message Table"},
-                                                    {12, "Group Cursor"},
-                                                    {14, "Group Icon"},
-                                                    {16, "Version"},
-                                                    {17, "Dialog Include"},
-                                                    {19, "VXD"},
-                                                    {20, "VXD"},
-                                                    {21, "Animated Cursor"},
-                                                    {22, "Animated Icon"},
-                                                    {23, "HTML"}}};
+    static constexpr std::array<Row, 20> kNames = {
+        {{1, "Cursor"},         {2, "Bitmap"},         {3, "Icon"},
+         {4, "Menu"},           {5, "Dialog"},         {6, "String"},
+         {7, "Font Directory"}, {8, "Font"},           {9, "Accelerators"},
+         {10, "RC Data"},       {11, "Message Table"}, {12, "Group Cursor"},
+         {14, "Group Icon"},    {16, "Version"},       {17, "Dialog Include"},
+         {19, "VXD"},           {20, "VXD"},           {21, "Animated Cursor"},
+         {22, "Animated Icon"}, {23, "HTML"}}};
     for (const Row& row : kNames) {
         if (row.id == id) {
             return row.name;

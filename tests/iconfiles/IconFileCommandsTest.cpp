@@ -81,10 +81,10 @@ TEST_F(IconCommands, ExtractPngTakesTheImageForTheSize) {
 
 TEST_F(IconCommands, ExtractRefusesWithAReason) {
     const std::vector<std::vector<std::string>> rows = {
-        {dir + "/lib.dll", "5", dir + "/x.ico"},      // no icon 5
-        {dir + "/lib.dll", "one", dir + "/x.ico"},    // not a number
-        {dir + "/lib.dll", "0", dir + "/x.bmp"},      // unknown output kind
-        {dir + "/lib.dll", "0"},                      // missing OUT
+        {dir + "/lib.dll", "5", dir + "/x.ico"},    // no icon 5
+        {dir + "/lib.dll", "one", dir + "/x.ico"},  // not a number
+        {dir + "/lib.dll", "0", dir + "/x.bmp"},    // unknown output kind
+        {dir + "/lib.dll", "0"},                    // missing OUT
         {dir + "/lib.dll", "0", dir + "/x.png", "--size", "0"},
         {dir + "/one.ico", "1", dir + "/x.ico"},
         {dir + "/absent.dll", "0", dir + "/x.ico"},

@@ -53,10 +53,15 @@ INSTANTIATE_TEST_SUITE_P(
                    },
                    kReasonReserved},
         BrokenFile{"cursor_type_2",
-                   [] { return test::MakeIconFile({{test::EntryFor(32, 1, 0), test::SolidDib(32, 1)}}, 2); },
+                   [] {
+                       return test::MakeIconFile({{test::EntryFor(32, 1, 0), test::SolidDib(32, 1)}}, 2);
+                   },
                    kReasonType},
         BrokenFile{"count_zero", [] { return test::MakeIconFile({}); }, kReasonNoImages},
-        BrokenFile{"header_cut_after_type", [] { return Bytes{std::byte{0}, std::byte{0}, std::byte{1}}; },
+        BrokenFile{"header_cut_after_type",
+                   [] {
+                       return Bytes{std::byte{0}, std::byte{0}, std::byte{1}};
+                   },
                    kReasonNoImages},
         BrokenFile{"directory_ends_early",
                    [] {

@@ -19,8 +19,8 @@ struct DibSpec {
     int width = 0;
     int height = 0;
     int bits = 0;
-    std::uint32_t compression = 0;     // 0 plain, 3 with channel masks
-    std::vector<std::uint32_t> masks;  // red, green, blue for compression 3
+    std::uint32_t compression = 0;       // 0 plain, 3 with channel masks
+    std::vector<std::uint32_t> masks;    // red, green, blue for compression 3
     std::vector<std::uint32_t> palette;  // 0xRRGGBB; written as the colour table
     std::uint32_t coloursUsed = 0;
     // The stored value of pixel (x, y), y counted from the top: a palette
@@ -163,7 +163,8 @@ inline Bytes MakeNe(const std::vector<NeResource>& resources, std::uint16_t shif
     std::vector<std::size_t> offsetFields, typeNameFields, nameFields;
     for (std::size_t i = 0; i < resources.size(); ++i) {
         const NeResource& r = resources[i];
-        const bool newType = i == 0 || r.typeId != resources[i - 1].typeId || r.typeName != resources[i - 1].typeName;
+        const bool newType =
+            i == 0 || r.typeId != resources[i - 1].typeId || r.typeName != resources[i - 1].typeName;
         if (newType) {
             std::uint16_t count = 0;
             for (std::size_t j = i; j < resources.size() && resources[j].typeId == r.typeId &&

@@ -54,7 +54,7 @@ TEST(IconLibrary, PointersKeepTheirIdsAndHotSpots) {
     const ResourceData* group = dir.Find(ResourceId::Number(kRtGroupCursor), ResourceId::Number(15));
     ASSERT_NE(group, nullptr);
     const ByteReader g(module->Data(*group));
-    EXPECT_EQ(g.U16(2), 2);   // a pointer group
+    EXPECT_EQ(g.U16(2), 2);  // a pointer group
     EXPECT_EQ(g.U16(4), 1);
     EXPECT_EQ(g.U16(8), 64);  // height counts the mask
     const auto imageId = g.U16(6 + 12);

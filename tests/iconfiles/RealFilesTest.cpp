@@ -17,8 +17,9 @@ const std::set<std::string> kKnownFailures = {};
 
 std::vector<std::filesystem::path> WineFiles() {
     std::vector<std::filesystem::path> files;
-    for (const char* dir : {"/usr/lib/x86_64-linux-gnu/wine/x86_64-windows", "/usr/lib/i386-linux-gnu/wine/i386-windows",
-                            "/usr/lib/x86_64-linux-gnu/wine/i386-windows", "/usr/lib/wine/i386-windows"}) {
+    for (const char* dir :
+         {"/usr/lib/x86_64-linux-gnu/wine/x86_64-windows", "/usr/lib/i386-linux-gnu/wine/i386-windows",
+          "/usr/lib/x86_64-linux-gnu/wine/i386-windows", "/usr/lib/wine/i386-windows"}) {
         std::error_code ec;
         for (const auto& entry : std::filesystem::directory_iterator(dir, ec)) {
             const std::string ext = entry.path().extension().string();

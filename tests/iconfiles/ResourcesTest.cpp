@@ -14,8 +14,12 @@ namespace {
 
 using test::Bytes;
 
-ResourceId N(std::uint16_t n) { return ResourceId::Number(n); }
-ResourceId S(const char* s) { return ResourceId::Name(s); }
+ResourceId N(std::uint16_t n) {
+    return ResourceId::Number(n);
+}
+ResourceId S(const char* s) {
+    return ResourceId::Name(s);
+}
 
 // Two icons: group 1 with images 1 and 2, group "SMILE" with image 3; plus a
 // string table entry and a named type.
@@ -33,7 +37,9 @@ std::vector<RawResource> SampleResources() {
     };
 }
 
-Bytes SamplePe(bool pe32Plus = false) { return BuildResourceOnlyPe(SampleResources(), {pe32Plus, true}); }
+Bytes SamplePe(bool pe32Plus = false) {
+    return BuildResourceOnlyPe(SampleResources(), {pe32Plus, true});
+}
 
 std::vector<test::NeResource> SampleNeResources() {
     const cFileIcon big = test::MakeIcon({{32, 4}, {16, 4}});
@@ -184,18 +190,19 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenExe{"ne_type_count_past_end", PatchedNe([](Bytes& b) { Put16(b, kNeTable + 4, 0xffff); })},
         BrokenExe{"ne_name_offset_past_end",
                   PatchedNe([](Bytes& b) { Put16(b, kNeTable + 2 + 8 + 6, 0x7ff0); })},
-        BrokenExe{"ne_table_without_end_marker", PatchedNe([](Bytes& b) { b.resize(kNeTable + 2 + 8 + 24); })}),
+        BrokenExe{"ne_table_without_end_marker",
+                  PatchedNe([](Bytes& b) { b.resize(kNeTable + 2 + 8 + 24); })}),
     [](const auto& p) { return std::string(p.param.name); });
 
 TEST(ResourceTypeName, FollowsTheTable) {
     const std::vector<std::pair<std::uint16_t, const char*>> rows = {
-        {1, "Cursor"},          {2, "Bitmap"},          {3, "Icon"},          {4, "Menu"},
-        {5, "Dialog"},          {6, "String"},          {7, "Font Directory"}, {8, "Font"},
-        {9, "Accelerators"},    {10, "RC Data"},        {11, "Message Table"}, {12, "Group Cursor"},
-        {13, "Other (13)"},     {14, "Group Icon"},     {15, "Other (15)"},    {16, "Version"},
-        {17, "Dialog Include"}, {18, "Other (18)"},     {19, "VXD"},           {20, "VXD"},
-        {21, "Animated Cursor"}, {22, "Animated Icon"}, {23, "HTML"},          {24, "Other (24)"},
-        {0, "Other (0)"},       {65535, "Other (65535)"}};
+        {1, "Cursor"},           {2, "Bitmap"},           {3, "Icon"},           {4, "Menu"},
+        {5, "Dialog"},           {6, "String"},           {7, "Font Directory"}, {8, "Font"},
+        {9, "Accelerators"},     {10, "RC Data"},         {11, "Message Table"}, {12, "Group Cursor"},
+        {13, "Other (13)"},      {14, "Group Icon"},      {15, "Other (15)"},    {16, "Version"},
+        {17, "Dialog Include"},  {18, "Other (18)"},      {19, "VXD"},           {20, "VXD"},
+        {21, "Animated Cursor"}, {22, "Animated Icon"},   {23, "HTML"},          {24, "Other (24)"},
+        {0, "Other (0)"},        {65535, "Other (65535)"}};
     for (auto [id, name] : rows) {
         EXPECT_EQ(ResourceTypeNameOfId(id), name) << id;
     }
@@ -292,9 +299,13 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         BrokenGroup{"member_image_missing", SampleWith([](auto& r) { r.erase(r.begin() + 1); })},
         BrokenGroup{"member_image_one_byte_short", SampleWith([](auto& r) { r[1].data.pop_back(); })},
-        BrokenGroup{"member_image_one_byte_long", SampleWith([](auto& r) { r[1].data.push_back(std::byte{0}); })},
+        BrokenGroup{"member_image_one_byte_long",
+                    SampleWith([](auto& r) { r[1].data.push_back(std::byte{0}); })},
         BrokenGroup{"group_cut_short", SampleWith([](auto& r) { r[3].data.resize(6 + 14 + 3); })},
-        BrokenGroup{"group_of_no_images", SampleWith([](auto& r) { r[3].data = {std::byte{0}, std::byte{0}, std::byte{1}, std::byte{0}, std::byte{0}, std::byte{0}}; })},
+        BrokenGroup{"group_of_no_images", SampleWith([](auto& r) {
+                        r[3].data = {std::byte{0}, std::byte{0}, std::byte{1},
+                                     std::byte{0}, std::byte{0}, std::byte{0}};
+                    })},
         BrokenGroup{"no_such_group", SampleWith([](auto& r) { r[3].name = N(8); })}),
     [](const auto& p) { return std::string(p.param.name); });
 
@@ -322,10 +333,7 @@ TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
         {"/lib.dll", -7, 2},   // resource id 7
         {"/lib.dll", -3, -1},  // no group 3
         {"/lib.dll", -1, -1},  // -1 asks for the count
-        {"/lib.dll", -70000, -1},
-        {"/one.ico", 0, 1},
-        {"/one.ico", 1, -1},
-        {"/notes.txt", 0, -1},
+        {"/lib.dll", -70000, -1}, {"/one.ico", 0, 1}, {"/one.ico", 1, -1}, {"/notes.txt", 0, -1},
     };
     for (const Row& row : rows) {
         cFileIcon icon = test::MakeIcon({{48, 8}});
