@@ -132,6 +132,10 @@ Result<std::vector<std::byte>> ReadHead(const std::filesystem::path& file) {
     return head;
 }
 
+bool StartsWithMz(std::span<const std::byte> head) {
+    return ByteReader(head).U16(0) == 0x5a4d;
+}
+
 }  // namespace
 
 int IconCountOfFile(const std::filesystem::path& file) {
@@ -139,8 +143,8 @@ int IconCountOfFile(const std::filesystem::path& file) {
     if (!head) {
         return 0;
     }
-    if (LooksLikeIconFile(*head)) {
-        return 1;
+    if (!StartsWithMz(*head)) {
+        return LooksLikeIconFile(*head) ? 1 : 0;
     }
     auto module = ExecutableModule::Open(file);
     return module ? static_cast<int>(module->IconGroups().size()) : 0;
@@ -175,7 +179,9 @@ Status LoadIconOfFile(const std::filesystem::path& file, int index, cFileIcon& i
         icon.Clear();
         return Fail(head.reason());
     }
-    if (LooksLikeIconFile(*head)) {
+    if (!StartsWithMz(*head)) {
+        // Anything but an executable is read as an icon file, so that a
+        // broken one says what is wrong with it.
         if (index != 0) {
             icon.Clear();
             return Fail("an icon file holds one icon, at index 0");

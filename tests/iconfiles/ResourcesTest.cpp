@@ -314,6 +314,7 @@ TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
     test::WriteAll(dir + "/lib.dll", SamplePe(true));
     test::WriteAll(dir + "/one.ico", test::MakeIcon({{32, 4}}).ToBytes());
     test::WriteAll(dir + "/notes.txt", Bytes(40, std::byte{'x'}));
+    test::WriteAll(dir + "/count0.ico", test::MakeIconFile({}));
     test::WriteAll(dir + "/plain.dll", BuildResourceOnlyPe({{N(6), N(1), Bytes(4)}}, {}));
     EXPECT_EQ(IconCountOfFile(dir + "/lib.dll"), 2);
     EXPECT_EQ(IconCountOfFile(dir + "/one.ico"), 1);
@@ -333,7 +334,8 @@ TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
         {"/lib.dll", -7, 2},   // resource id 7
         {"/lib.dll", -3, -1},  // no group 3
         {"/lib.dll", -1, -1},  // -1 asks for the count
-        {"/lib.dll", -70000, -1}, {"/one.ico", 0, 1}, {"/one.ico", 1, -1}, {"/notes.txt", 0, -1},
+        {"/lib.dll", -70000, -1}, {"/one.ico", 0, 1},     {"/one.ico", 1, -1},
+        {"/notes.txt", 0, -1},    {"/count0.ico", 0, -1},
     };
     for (const Row& row : rows) {
         cFileIcon icon = test::MakeIcon({{48, 8}});
@@ -342,6 +344,9 @@ TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
         EXPECT_EQ(icon.ImageCount(), std::max(row.images, 0)) << row.file << " " << row.index;
         if (!status.ok()) {
             EXPECT_FALSE(status.reason().empty());
+        }
+        if (std::string(row.file) == "/count0.ico") {
+            EXPECT_EQ(status.reason(), kReasonNoImages);  // a broken icon file says why
         }
     }
 }
