@@ -31,6 +31,11 @@ struct BrokenFile {
     const char* reason;
 };
 
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const BrokenFile& c, std::ostream* os) {
+    *os << c.name;
+}
+
 class BrokenIconFile : public ::testing::TestWithParam<BrokenFile> {};
 
 TEST_P(BrokenIconFile, LoadsAsFalseWithNoImagesAndItsReason) {
@@ -225,6 +230,11 @@ struct PickCase {
     int depth;
     int expected;
 };
+
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const PickCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class Picker : public ::testing::TestWithParam<PickCase> {};
 

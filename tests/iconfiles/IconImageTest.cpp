@@ -31,6 +31,11 @@ struct DepthCase {
     bool maskApplies;
 };
 
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const DepthCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
 std::vector<std::uint32_t> Palette(std::size_t n, std::size_t at, std::uint32_t colour) {
     std::vector<std::uint32_t> p(n, 0);
     p[at] = colour;
@@ -146,6 +151,11 @@ struct BadImage {
     const char* name;
     std::function<test::Bytes()> make;
 };
+
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const BadImage& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class BrokenImage : public ::testing::TestWithParam<BadImage> {};
 

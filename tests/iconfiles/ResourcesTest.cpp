@@ -123,6 +123,11 @@ struct BrokenExe {
     std::function<Bytes()> make;
 };
 
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const BrokenExe& c, std::ostream* os) {
+    *os << c.name;
+}
+
 class BrokenExecutable : public ::testing::TestWithParam<BrokenExe> {};
 
 TEST_P(BrokenExecutable, IsRefusedWithAReason) {
@@ -274,6 +279,11 @@ struct BrokenGroup {
     const char* name;
     std::function<std::vector<RawResource>()> make;
 };
+
+// Test names show the fixture's name, not its bytes.
+void PrintTo(const BrokenGroup& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class BrokenIconGroup : public ::testing::TestWithParam<BrokenGroup> {};
 
