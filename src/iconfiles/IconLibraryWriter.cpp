@@ -266,6 +266,8 @@ std::vector<RawResource> IconLibraryResources(const std::vector<cFileIcon>& icon
                                               const std::vector<LibraryCursor>& cursors) {
     std::vector<RawResource> out;
     std::uint16_t nextImage = 1;
+    // Groups that show the same image share one icon resource.
+    std::map<std::vector<std::byte>, std::uint16_t> imageIds;
     for (std::size_t g = 0; g < icons.size(); ++g) {
         const cFileIcon& icon = icons[g];
         std::vector<std::byte> group;
@@ -281,11 +283,14 @@ std::vector<RawResource> IconLibraryResources(const std::vector<cFileIcon>& icon
             PutU16(group, e.planes);
             PutU16(group, e.bitCount);
             PutU32(group, e.bytesInRes);
-            PutU16(group, nextImage);
             const auto data = icon.ImageData(i);
-            out.push_back(
-                {ResourceId::Number(kRtIcon), ResourceId::Number(nextImage), {data.begin(), data.end()}});
-            ++nextImage;
+            std::vector<std::byte> bytes(data.begin(), data.end());
+            auto [it, fresh] = imageIds.emplace(bytes, nextImage);
+            PutU16(group, it->second);
+            if (fresh) {
+                out.push_back({ResourceId::Number(kRtIcon), ResourceId::Number(nextImage), std::move(bytes)});
+                ++nextImage;
+            }
         }
         out.push_back({ResourceId::Number(kRtGroupIcon),
                        ResourceId::Number(static_cast<std::uint16_t>(g + 1)), std::move(group)});

@@ -49,7 +49,8 @@ struct LibraryCursor {
 
 // The resources of an icon library: icon group i (0-based) gets resource id
 // i + 1, so that icon index i of the file is icons[i]; images and pointer
-// images are numbered from 1 in order. Pointer groups keep their own ids.
+// images are numbered from 1 in order, an image that several groups show
+// being stored once. Pointer groups keep their own ids.
 std::vector<RawResource> IconLibraryResources(const std::vector<cFileIcon>& icons,
                                               const std::vector<LibraryCursor>& cursors);
 

@@ -54,7 +54,8 @@ inline constexpr std::size_t kGroupDirEntrySize = 14;
 // could otherwise name the same large image thousands of times.
 inline constexpr std::size_t kMaxIconBytes = 64u << 20;
 
-// The five diagnostics of LoadIcon, as the class has always worded them.
+// The five diagnostics of LoadIcon, as the class has always worded them. The
+// first is given when the reserved field is not 0, whatever its text says.
 inline constexpr const char* kReasonReserved = "File is not icon type (reserved member is 0)";
 inline constexpr const char* kReasonType = "File is not icon type (idType <> IMAGE_ICON)";
 inline constexpr const char* kReasonNoImages = "Icon contains no images.";

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace glyphmoor {
 namespace {
 
@@ -43,6 +45,21 @@ TEST(IconLibrary, EachIconAtItsIndex) {
             EXPECT_EQ(icon.ToBytes(), icons[i].ToBytes()) << i;
         }
     }
+}
+
+TEST(IconLibrary, GroupsShowingTheSameImageShareIt) {
+    std::vector<cFileIcon> icons = ThreeIcons();
+    icons.push_back(test::MakeIcon({{16, 4}}));  // the same as icons[0]
+    const auto resources = IconLibraryResources(icons, {});
+    const auto images = std::count_if(resources.begin(), resources.end(), [](const RawResource& r) {
+        return r.type == ResourceId::Number(kRtIcon);
+    });
+    EXPECT_EQ(images, 5);
+    auto module = ExecutableModule::FromBytes(BuildResourceOnlyPe(resources, {}));
+    ASSERT_TRUE(module.ok()) << module.reason();
+    cFileIcon last;
+    ASSERT_TRUE(LoadIconOfModule(*module, 3, last).ok());
+    EXPECT_EQ(last.ToBytes(), icons[3].ToBytes());
 }
 
 TEST(IconLibrary, PointersKeepTheirIdsAndHotSpots) {
