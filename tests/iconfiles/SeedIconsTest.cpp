@@ -22,7 +22,8 @@ struct Default {
     int index;
 };
 
-// Windows 98 with the desktop-update shell, WinDir C:\WINDOWS, SysDir C:\WINDOWS\SYSTEM.
+// Windows 98 with the desktop-update shell, WinDir C:\WINDOWS, SysDir C:\WINDOWS\SYSTEM;
+// then the indices that differ without that shell.
 const Default kDefaults[] = {
     {"My Computer", "WINDOWS/explorer.exe", 0},
     {"My Documents", "WINDOWS/SYSTEM/mydocs.dll", 0},
@@ -86,6 +87,12 @@ const Default kDefaults[] = {
     {"Video Clip", "WINDOWS/SYSTEM/quartz.dll", 0},
     {"Wave Sound", "WINDOWS/SYSTEM/quartz.dll", 4},
     {"Write Document", "Program Files/Accessories/Wordpad.exe", 2},
+    // The same items where the registry shows no desktop-update shell.
+    {"Control Panel", "WINDOWS/SYSTEM/shell32.dll", 46},
+    {"Printers", "WINDOWS/SYSTEM/shell32.dll", 47},
+    {"Configuration Settings", "WINDOWS/SYSTEM/shell32.dll", 58},
+    {"Text Document", "WINDOWS/SYSTEM/shell32.dll", 59},
+    {"MS-DOS Batch File", "WINDOWS/SYSTEM/shell32.dll", 60},
 };
 
 std::vector<std::uint8_t> Pixels(const std::filesystem::path& file, int index, int size) {
