@@ -1,0 +1,117 @@
+// The command-line commands over icon files, run in-process.
+#include "IconFixtures.h"
+
+#include "cli/IconFileCommands.h"
+#include "iconfiles/IconLibraryWriter.h"
+#include "iconfiles/cFileIcon.h"
+#include "iconfiles/modResource.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+namespace glyphmoor {
+namespace {
+
+using Command = int (*)(const std::vector<std::string>&, std::ostream&, std::ostream&);
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+Outcome Call(Command command, const std::vector<std::string>& args) {
+    std::ostringstream out, err;
+    const int status = command(args, out, err);
+    return {status, out.str(), err.str()};
+}
+
+class IconCommands : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir = test::TempDir();
+        std::vector<cFileIcon> icons;
+        icons.push_back(test::MakeIcon({{32, 4}, {16, 4}}));
+        icons.push_back(test::MakeIcon({{48, 8}, {32, 8}}));
+        test::WriteAll(dir + "/lib.dll", BuildResourceOnlyPe(IconLibraryResources(icons, {}), {}));
+        test::WriteAll(dir + "/one.ico", icons[1].ToBytes());
+    }
+    std::string dir;
+};
+
+TEST_F(IconCommands, ResourcesListsTypesThenNames) {
+    const Outcome run = Call(CmdResources, {dir + "/lib.dll"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "3\tIcon\n14\tGroup Icon\n3\t1\n3\t2\n3\t3\n3\t4\n14\t1\n14\t2\n");
+}
+
+TEST_F(IconCommands, IconCount) {
+    EXPECT_EQ(Call(CmdIconCount, {dir + "/lib.dll"}).out, "2\n");
+    EXPECT_EQ(Call(CmdIconCount, {dir + "/one.ico"}).out, "1\n");
+    EXPECT_NE(Call(CmdIconCount, {dir + "/absent"}).status, 0);
+}
+
+TEST_F(IconCommands, ExtractWritesTheIconFile) {
+    const Outcome run = Call(CmdExtract, {dir + "/lib.dll", "1", dir + "/out.ico"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(test::ReadAll(dir + "/out.ico"), test::MakeIcon({{48, 8}, {32, 8}}).ToBytes());
+}
+
+TEST_F(IconCommands, ExtractPngTakesTheImageForTheSize) {
+    if (!PngSupported()) {
+        const Outcome run = Call(CmdExtract, {dir + "/lib.dll", "0", dir + "/out.png"});
+        EXPECT_NE(run.status, 0);
+        EXPECT_NE(run.err.find("not in this build"), std::string::npos);
+        return;
+    }
+    for (auto [size, expected] : {std::pair{"48", 48}, {"16", 32}, {"", 32}}) {
+        std::vector<std::string> args = {dir + "/lib.dll", "-2", dir + "/out.png"};
+        if (*size != '\0') {
+            args.insert(args.begin(), {"--size", size});
+        }
+        const Outcome run = Call(CmdExtract, args);
+        ASSERT_EQ(run.status, 0) << run.err;
+        auto image = DecodePng(test::ReadAll(dir + "/out.png"));
+        ASSERT_TRUE(image.ok()) << image.reason();
+        EXPECT_EQ(image->width, expected) << size;
+    }
+}
+
+TEST_F(IconCommands, ExtractRefusesWithAReason) {
+    const std::vector<std::vector<std::string>> rows = {
+        {dir + "/lib.dll", "5", dir + "/x.ico"},    // no icon 5
+        {dir + "/lib.dll", "one", dir + "/x.ico"},  // not a number
+        {dir + "/lib.dll", "0", dir + "/x.bmp"},    // unknown output kind
+        {dir + "/lib.dll", "0"},                    // missing OUT
+        {dir + "/lib.dll", "0", dir + "/x.png", "--size", "0"},
+        {dir + "/one.ico", "1", dir + "/x.ico"},
+        {dir + "/absent.dll", "0", dir + "/x.ico"},
+    };
+    for (const auto& args : rows) {
+        const Outcome run = Call(CmdExtract, args);
+        EXPECT_NE(run.status, 0) << args[1];
+        EXPECT_FALSE(run.err.empty()) << args[1];
+    }
+    EXPECT_FALSE(std::filesystem::exists(dir + "/x.ico"));
+}
+
+TEST_F(IconCommands, ExtractAllWritesEveryGroup) {
+    const Outcome run = Call(CmdExtractAll, {dir + "/lib.dll", dir + "/all"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(test::ReadAll(dir + "/all/lib.dll_0.ico"), test::MakeIcon({{32, 4}, {16, 4}}).ToBytes());
+    EXPECT_EQ(test::ReadAll(dir + "/all/lib.dll_1.ico"), test::MakeIcon({{48, 8}, {32, 8}}).ToBytes());
+    EXPECT_FALSE(std::filesystem::exists(dir + "/all/lib.dll_2.ico"));
+
+    ASSERT_EQ(Call(CmdExtractAll, {dir + "/one.ico", dir + "/all"}).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(dir + "/all/one.ico_0.ico"));
+
+    test::WriteAll(dir + "/bad.dll", test::Bytes(64, std::byte{'M'}));
+    const Outcome bad = Call(CmdExtractAll, {dir + "/bad.dll", dir + "/all"});
+    EXPECT_NE(bad.status, 0);
+    EXPECT_NE(bad.err.find("bad.dll"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace glyphmoor
