@@ -1,5 +1,6 @@
 #include "cli/Cli.h"
 
+#include "cli/IconFileCommands.h"
 #include "cli/IniCommands.h"
 #include "cli/RegCommands.h"
 #include "foundation/DefaultMachine.h"
@@ -13,7 +14,7 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands()};
+    return {RegCommands(), IniCommands(), IconFileCommands()};
 }
 
 void PrintHelp(std::ostream& out) {
@@ -71,6 +72,19 @@ Machine* CliContext::OpenMachine() {
     }
     m_machine = std::move(*machine);
     return m_machine.get();
+}
+
+std::optional<std::filesystem::path> CliContext::HostFile(const std::string& argument) {
+    const bool windowsPath = argument.size() >= 2 && argument[1] == ':' &&
+                             ((argument[0] >= 'A' && argument[0] <= 'Z') || (argument[0] >= 'a' && argument[0] <= 'z'));
+    if (!windowsPath) {
+        return std::filesystem::path(argument);
+    }
+    Machine* machine = OpenMachine();
+    if (machine == nullptr) {
+        return std::nullopt;
+    }
+    return machine->Env().HostPath(argument);
 }
 
 bool CliContext::SaveMachine() {

@@ -33,6 +33,10 @@ public:
     // The machine of --machine DIR, or the built-in default machine; opened on
     // first use. nullptr after saying why on the error stream.
     Machine* OpenMachine();
+    // The host file an argument names: a Windows path on the machine when it
+    // begins with a drive letter and a colon (C:\Msdos.sys), else a path of
+    // the host. Nothing after saying why on the error stream.
+    std::optional<std::filesystem::path> HostFile(const std::string& argument);
     // Ends a command that changed the machine: writes it back. False after
     // saying why on the error stream.
     bool SaveMachine();

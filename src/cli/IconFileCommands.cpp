@@ -1,5 +1,8 @@
 #include "cli/IconFileCommands.h"
 
+#include <array>
+#include <initializer_list>
+
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/cResources.h"
 #include "iconfiles/modResource.h"
@@ -191,5 +194,39 @@ int CmdExtractAll(const std::vector<std::string>& args, std::ostream&, std::ostr
     }
     return failures == 0 ? 0 : 1;
 }
+
+namespace {
+
+// Runs a command with the arguments at the given positions mapped to host files.
+int WithHostFiles(CliContext& context, CommandArgs args, std::initializer_list<std::size_t> paths,
+                  int (*run)(const std::vector<std::string>&, std::ostream&, std::ostream&)) {
+    std::vector<std::string> words(args.begin(), args.end());
+    for (std::size_t position : paths) {
+        if (position < words.size()) {
+            const auto file = context.HostFile(words[position]);
+            if (!file) {
+                return kExitFailed;
+            }
+            words[position] = file->string();
+        }
+    }
+    return run(words, context.out, context.err);
+}
+
+constexpr std::array<CliCommand, 4> kIconFileCommands = {{
+    {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
+     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0}, CmdResources); }},
+    {"icon-count", "FILE", "the number of icons in FILE",
+     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0}, CmdIconCount); }},
+    {"extract", "FILE INDEX OUT [--size N]",
+     "writes icon INDEX of FILE as an icon file (OUT.ico) or its best image as PNG (OUT.png)",
+     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0, 2}, CmdExtract); }},
+    {"extract-all", "FILE DIR", "writes every icon of FILE as DIR/<file name>_<index>.ico",
+     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0, 1}, CmdExtractAll); }},
+}};
+
+}  // namespace
+
+std::span<const CliCommand> IconFileCommands() { return kIconFileCommands; }
 
 }  // namespace glyphmoor

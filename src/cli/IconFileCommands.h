@@ -4,6 +4,8 @@
 // FILE and DIR arguments are host paths.
 #pragma once
 
+#include "cli/Cli.h"
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -20,5 +22,9 @@ int CmdIconCount(const std::vector<std::string>& args, std::ostream& out, std::o
 int CmdExtract(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 // extract-all FILE DIR: every icon of FILE as DIR/<file name>_<index>.ico.
 int CmdExtractAll(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// The four commands for glyphmoor-cli, FILE, OUT and DIR arguments given as
+// Windows paths on the machine or host paths.
+std::span<const CliCommand> IconFileCommands();
 
 }  // namespace glyphmoor
