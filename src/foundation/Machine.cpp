@@ -17,11 +17,13 @@ public:
 
     RegistryStore& Registry() override { return *m_registry; }
     const Environment& Env() const override { return m_environment; }
+    System& Sys() override { return m_system; }
     Status Save() override { return m_registry->Save(); }
 
 private:
     std::unique_ptr<MachineRegistry> m_registry;
     MachineEnvironment m_environment;
+    RecordingSystem m_system;
 };
 
 // The program's folder, with its Themes and Favorites, is made the first time

@@ -9,6 +9,7 @@
 #include "foundation/Environment.h"
 #include "foundation/RegistryStore.h"
 #include "foundation/Result.h"
+#include "foundation/System.h"
 
 #include <filesystem>
 #include <memory>
@@ -24,6 +25,7 @@ public:
 
     virtual RegistryStore& Registry() = 0;
     virtual const Environment& Env() const = 0;
+    virtual System& Sys() = 0;
     // Writes back what changed since the last save. Fails with a reason and
     // leaves the machine's files as they were.
     virtual Status Save() = 0;

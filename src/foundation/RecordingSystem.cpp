@@ -1,0 +1,45 @@
+#include "foundation/System.h"
+
+#include <cstdio>
+
+namespace glyphmoor {
+
+namespace {
+
+std::string Hex(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%x", value);
+    return text;
+}
+
+}  // namespace
+
+void RecordingSystem::BroadcastSettingChange(std::uint32_t wParam, std::optional<std::string> section) {
+    m_calls.push_back("WM_SETTINGCHANGE " + Hex(wParam) + " " + (section ? "\"" + *section + "\"" : "0"));
+}
+
+bool RecordingSystem::SystemParametersInfo(std::uint32_t action, std::uint32_t uiParam, const SpiParam& pvParam,
+                                           std::uint32_t winIni) {
+    std::string param = "null";
+    if (const auto* number = std::get_if<std::uint32_t>(&pvParam)) {
+        param = std::to_string(*number);
+    } else if (const auto* text = std::get_if<std::string>(&pvParam)) {
+        param = "\"" + *text + "\"";
+    }
+    m_calls.push_back("SystemParametersInfo " + Hex(action) + " " + std::to_string(uiParam) + " " + param + " " +
+                      std::to_string(winIni));
+    return true;
+}
+
+void RecordingSystem::EnableShutdownPrivilege() { m_calls.emplace_back("EnableShutdownPrivilege"); }
+
+void RecordingSystem::ExitWindows(std::uint32_t flags, std::uint32_t reserved) {
+    m_calls.push_back("ExitWindowsEx " + Hex(flags) + " " + Hex(reserved));
+}
+
+bool RecordingSystem::OpenDocument(std::string_view pathOrAddress) {
+    m_calls.push_back("Open \"" + std::string(pathOrAddress) + "\"");
+    return !m_opensDocuments || OpenWithDesktop(pathOrAddress);
+}
+
+}  // namespace glyphmoor

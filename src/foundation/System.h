@@ -1,0 +1,80 @@
+// System: the seam to the calls that act on the running system rather than on
+// its stored state: settings changed through SystemParametersInfo, the
+// WM_SETTINGCHANGE broadcast, restarting Windows, opening a document or an
+// address with the shell, and the display's colour depth.
+//
+// On Windows they are the real calls (WindowsSystem). On a machine folder
+// nothing runs to receive them: RecordingSystem keeps each call as a line of
+// text, in order, for tests and for the command line to show; only opening a
+// document is real, through the desktop's own handler.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace glyphmoor {
+
+inline constexpr std::uint32_t kWmSettingChange = 0x1A;
+inline constexpr std::uint32_t kSpiSetIconMetrics = 0x2E;
+inline constexpr std::uint32_t kSpiSetCursors = 0x57;
+inline constexpr std::uint32_t kEwxReboot = 2;
+
+// What SystemParametersInfo's pvParam points to: nothing, a number, or a text.
+using SpiParam = std::variant<std::monostate, std::uint32_t, std::string>;
+
+class System {
+public:
+    virtual ~System() = default;
+    System() = default;
+    System(const System&) = delete;
+    System& operator=(const System&) = delete;
+
+    // SendMessage(HWND_BROADCAST, WM_SETTINGCHANGE, wParam, lParam): lParam is
+    // the section text when one is given, else 0. Returns when every top-level
+    // window has handled it.
+    virtual void BroadcastSettingChange(std::uint32_t wParam, std::optional<std::string> section) = 0;
+    // SystemParametersInfoA; true when the call succeeded.
+    virtual bool SystemParametersInfo(std::uint32_t action, std::uint32_t uiParam, const SpiParam& pvParam,
+                                      std::uint32_t winIni) = 0;
+    // Enables SeShutdownPrivilege for the program's own process (Windows NT).
+    virtual void EnableShutdownPrivilege() = 0;
+    // ExitWindowsEx(flags, reserved); the caller neither waits nor checks.
+    virtual void ExitWindows(std::uint32_t flags, std::uint32_t reserved) = 0;
+    // Opens a document or an address with the program the desktop chooses.
+    virtual bool OpenDocument(std::string_view pathOrAddress) = 0;
+    // Bits per pixel of the screen (GetDeviceCaps BITSPIXEL).
+    [[nodiscard]] virtual int ColourDepth() const = 0;
+};
+
+class RecordingSystem final : public System {
+public:
+    void BroadcastSettingChange(std::uint32_t wParam, std::optional<std::string> section) override;
+    bool SystemParametersInfo(std::uint32_t action, std::uint32_t uiParam, const SpiParam& pvParam,
+                              std::uint32_t winIni) override;
+    void EnableShutdownPrivilege() override;
+    void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
+    bool OpenDocument(std::string_view pathOrAddress) override;
+    [[nodiscard]] int ColourDepth() const override { return m_colourDepth; }
+
+    // Every call so far, one line each, such as "WM_SETTINGCHANGE 0x2e 0",
+    // "SystemParametersInfo 0x57 0 null 0", "ExitWindowsEx 0x2 0xffffffff".
+    [[nodiscard]] const std::vector<std::string>& Calls() const { return m_calls; }
+    void SetColourDepth(int bits) { m_colourDepth = bits; }
+    // When false (tests), documents are recorded but not opened.
+    void SetOpensDocuments(bool opens) { m_opensDocuments = opens; }
+
+private:
+    std::vector<std::string> m_calls;
+    int m_colourDepth = 32;
+    bool m_opensDocuments = true;
+};
+
+// Opens a document or address with the desktop's handler (xdg-open, or the
+// shell on Windows); false when it cannot be started.
+bool OpenWithDesktop(std::string_view pathOrAddress);
+
+}  // namespace glyphmoor
