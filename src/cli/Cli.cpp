@@ -3,7 +3,6 @@
 #include "cli/IconFileCommands.h"
 #include "cli/IniCommands.h"
 #include "cli/RegCommands.h"
-#include "foundation/DefaultMachine.h"
 
 #include <array>
 #include <ostream>
@@ -65,7 +64,7 @@ Machine* CliContext::OpenMachine() {
     if (m_machine) {
         return m_machine.get();
     }
-    auto machine = m_machineDir ? OpenMachineFolder(*m_machineDir) : OpenDefaultMachine();
+    auto machine = m_machineDir ? OpenMachineFolder(*m_machineDir) : OpenHomeMachine();
     if (!machine) {
         err << "glyphmoor-cli: " << machine.reason() << '\n';
         return nullptr;

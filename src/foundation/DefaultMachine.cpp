@@ -38,7 +38,7 @@ void CopyMissing(const fs::path& src, const fs::path& dst, std::error_code& ec) 
 
 fs::path DefaultMachineDir() {
     const char* data = std::getenv("XDG_DATA_HOME");
-    if (data != nullptr && *data == '/') {
+    if (data != nullptr && fs::path(data).is_absolute()) {
         return fs::path(data) / "glyphmoor" / "machine";
     }
     const char* home = std::getenv("HOME");

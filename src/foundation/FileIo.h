@@ -15,7 +15,8 @@ Result<std::string> ReadWholeFile(const std::filesystem::path& file);
 
 // Replaces file by contents atomically: a new file beside it is written,
 // flushed to disk and renamed over the old one, so readers see either the old
-// or the new contents, never a mix. The old file's permissions are kept.
+// or the new contents, never a mix. The old file's permissions and DOS
+// attributes are kept (SaveFileTransactionally).
 Status WriteFileAtomically(const std::filesystem::path& file, std::string_view contents);
 
 // What tells one version of a file from another without reading it.
@@ -38,8 +39,9 @@ public:
     FileLock& operator=(const FileLock&) = delete;
 
 private:
-    explicit FileLock(int fd) : m_fd(fd) {}
-    int m_fd;
+    // A file descriptor, or a Windows file handle.
+    explicit FileLock(std::intptr_t fd) : m_fd(fd) {}
+    std::intptr_t m_fd;
 };
 
 }  // namespace glyphmoor

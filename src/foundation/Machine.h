@@ -34,4 +34,8 @@ public:
 // A machine folder laid out like a Wine prefix.
 Result<std::unique_ptr<Machine>> OpenMachineFolder(const std::filesystem::path& dir);
 
+// The machine the program works on when none is named: the real system on
+// Windows, the built-in default machine elsewhere.
+Result<std::unique_ptr<Machine>> OpenHomeMachine();
+
 }  // namespace glyphmoor

@@ -121,7 +121,9 @@ TEST(ListDirectory, FoldersFirstThenFilesWithoutExtension) {
         {"ReadOnly", false}, {"SysFile", false}, {"zeta", false},
     };
     EXPECT_EQ(ListDirectory(app, "C:\\lib"), expected);
-    EXPECT_EQ(ListDirectory(app, (dir.Path() / "Lib").string()), expected) << "a host path lists the same";
+    if (!test::HostPathsHaveDriveLetters()) {
+        EXPECT_EQ(ListDirectory(app, (dir.Path() / "Lib").string()), expected) << "a host path lists the same";
+    }
     EXPECT_TRUE(ListDirectory(app, "C:\\No such folder").empty());
 }
 

@@ -146,10 +146,11 @@ TEST(ProfileWrite, BuildingAFileFromNothing) {
 
 TEST(ProfileWrite, BytesBeforeTheFirstSectionAreKept) {
     test::TempDir dir;
-    const auto path = dir.Path() / "nul.ini";
+    const auto path = dir.Path() / "nuls.ini";  // not "nul": Windows keeps that name for its null device
     const std::string data = "Data \0 before \0 first \0 section"s;
     WriteAll(path, data);
-    ASSERT_TRUE(ProfileSetString(path, "section1", "key1", "string1").ok());
+    const Status written = ProfileSetString(path, "section1", "key1", "string1");
+    ASSERT_TRUE(written.ok()) << written.reason();
     // Windows keeps the NULs; the file grows by exactly the new lines.
     EXPECT_EQ(ReadAll(path), data + "\r\n[section1]\r\nkey1=string1\r\n");
 }

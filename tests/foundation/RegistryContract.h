@@ -8,6 +8,7 @@
 #include "foundation/RegistryStore.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -30,5 +31,22 @@ struct RegistryBackendFactory {
 };
 
 inline void PrintTo(const RegistryBackendFactory& factory, std::ostream* out) { *out << factory.name; }
+
+// The suite; each backend instantiates it with its factories.
+class RegistryContract : public ::testing::TestWithParam<RegistryBackendFactory> {
+protected:
+    void SetUp() override {
+        m_backend = GetParam().make();
+        m_scratch = m_backend->Scratch();
+    }
+
+    RegistryStore& Store() { return m_backend->Store(); }
+    [[nodiscard]] std::string Key(std::string_view sub = {}) const {
+        return sub.empty() ? m_scratch : m_scratch + "\\" + std::string(sub);
+    }
+
+    std::unique_ptr<RegistryBackend> m_backend;
+    std::string m_scratch;
+};
 
 }  // namespace glyphmoor::test

@@ -9,22 +9,6 @@
 namespace glyphmoor::test {
 namespace {
 
-class RegistryContract : public ::testing::TestWithParam<RegistryBackendFactory> {
-protected:
-    void SetUp() override {
-        m_backend = GetParam().make();
-        m_scratch = m_backend->Scratch();
-    }
-
-    RegistryStore& Store() { return m_backend->Store(); }
-    [[nodiscard]] std::string Key(std::string_view sub = {}) const {
-        return sub.empty() ? m_scratch : m_scratch + "\\" + std::string(sub);
-    }
-
-    std::unique_ptr<RegistryBackend> m_backend;
-    std::string m_scratch;
-};
-
 TEST_P(RegistryContract, TextReadsGiveTheStoredTextWithinTheBufferLimit) {
     struct Case {
         std::string stored;

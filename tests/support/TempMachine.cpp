@@ -73,6 +73,36 @@ std::unique_ptr<Machine> TempMachine::Open() const {
     return machine.ok() ? std::move(*machine) : nullptr;
 }
 
+namespace {
+
+void SetVariable(const std::string& name, const std::optional<std::string>& value) {
+#ifdef _WIN32
+    ::_putenv_s(name.c_str(), value ? value->c_str() : "");
+#else
+    if (value) {
+        ::setenv(name.c_str(), value->c_str(), 1);
+    } else {
+        ::unsetenv(name.c_str());
+    }
+#endif
+}
+
+}  // namespace
+
+ScopedEnvironment::ScopedEnvironment(std::string name, const std::string& value) : m_name(std::move(name)) {
+    if (const char* old = std::getenv(m_name.c_str())) {
+        m_old = old;
+    }
+    SetVariable(m_name, value);
+}
+
+ScopedEnvironment::~ScopedEnvironment() { SetVariable(m_name, m_old); }
+
+bool HostPathsHaveDriveLetters() {
+    const std::string temp = fs::temp_directory_path().string();
+    return temp.size() >= 2 && temp[1] == ':';
+}
+
 fs::path TestData(const fs::path& relative) {
     const char* dir = std::getenv("GLYPHMOOR_TEST_DATA");
     return fs::path(dir != nullptr ? dir : "tests/data") / relative;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,23 @@ public:
 private:
     TempDir m_dir;
 };
+
+// Sets an environment variable for its lifetime, then restores the old value.
+class ScopedEnvironment {
+public:
+    ScopedEnvironment(std::string name, const std::string& value);
+    ~ScopedEnvironment();
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+private:
+    std::string m_name;
+    std::optional<std::string> m_old;
+};
+
+// True where host paths begin with a drive letter (Windows): there a host
+// path cannot be told from a Windows path of a machine folder.
+bool HostPathsHaveDriveLetters();
 
 // The folder with the test data files.
 std::filesystem::path TestData(const std::filesystem::path& relative);

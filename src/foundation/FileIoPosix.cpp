@@ -1,0 +1,52 @@
+#include "foundation/FileIo.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace glyphmoor {
+
+namespace {
+
+std::string ErrnoText() { return std::strerror(errno); }
+
+}  // namespace
+
+FileStamp StampOf(const std::filesystem::path& file) {
+    struct stat st {};
+    if (::stat(file.c_str(), &st) != 0) {
+        return {};
+    }
+    FileStamp stamp;
+    stamp.exists = true;
+    stamp.size = static_cast<std::uint64_t>(st.st_size);
+    stamp.modifiedNs = static_cast<std::int64_t>(st.st_mtim.tv_sec) * 1000000000LL + st.st_mtim.tv_nsec;
+    stamp.inode = st.st_ino;
+    return stamp;
+}
+
+Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockFile) {
+    const int fd = ::open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        return Fail("cannot open the lock file " + lockFile.string() + ": " + ErrnoText());
+    }
+    while (::flock(fd, LOCK_EX) != 0) {
+        if (errno != EINTR) {
+            const std::string why = ErrnoText();
+            ::close(fd);
+            return Fail("cannot lock " + lockFile.string() + ": " + why);
+        }
+    }
+    return std::unique_ptr<FileLock>(new FileLock(fd));
+}
+
+FileLock::~FileLock() {
+    const int fd = static_cast<int>(m_fd);
+    ::flock(fd, LOCK_UN);
+    ::close(fd);
+}
+
+}  // namespace glyphmoor
