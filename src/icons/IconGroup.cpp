@@ -1,0 +1,45 @@
+#include "icons/IconGroup.h"
+
+#include <algorithm>
+
+namespace glyphmoor {
+
+namespace {
+
+char Lower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool SameTextNoCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
+SystemIconEntry* IconGroup::Find(std::string_view key) {
+    const auto found = std::ranges::find_if(
+        m_entries, [key](const SystemIconEntry& e) { return SameTextNoCase(e.Key(), key); });
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+const SystemIconEntry* IconGroup::Find(std::string_view key) const {
+    return const_cast<IconGroup*>(this)->Find(key);
+}
+
+bool IconGroup::SetByKey(std::string_view key, const IconLocation& location) {
+    SystemIconEntry* entry = Find(key);
+    if (entry == nullptr) {
+        return false;
+    }
+    entry->currentFile = location.file;
+    entry->currentIndex = location.index;
+    return true;
+}
+
+void IconGroup::Refresh() const {
+    if (m_onRefresh) {
+        m_onRefresh(*this);
+    }
+}
+
+}  // namespace glyphmoor
