@@ -1,5 +1,6 @@
 #include "cli/Cli.h"
 
+#include "cli/IconCommands.h"
 #include "cli/IniCommands.h"
 #include "cli/RegCommands.h"
 #include "foundation/DefaultMachine.h"
@@ -13,7 +14,7 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands()};
+    return {RegCommands(), IniCommands(), IconCommands()};
 }
 
 void PrintHelp(std::ostream& out) {
