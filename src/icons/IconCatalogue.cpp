@@ -60,6 +60,34 @@ enum class When {
     ShortcutOverlay,  // the builder of "Other Icons" was asked for this row
 };
 
+// A default IconLocation: its file (`fileName` names it in the system or
+// Windows folder) and its index (`number`, or a variable of the machine).
+struct Default {
+    File file = File::Shell32;
+    std::string_view fileName = {};
+    Index index = Index::Fixed;
+    std::int32_t number = 0;
+};
+
+constexpr Default Shell32(std::int32_t index) {
+    return {File::Shell32, {}, Index::Fixed, index};
+}
+constexpr Default Shell32(Index index) {
+    return {File::Shell32, {}, index, 0};
+}
+constexpr Default InSysDir(std::string_view fileName, std::int32_t index) {
+    return {File::SysDir, fileName, Index::Fixed, index};
+}
+constexpr Default InWinDir(std::string_view fileName, std::int32_t index) {
+    return {File::WinDir, fileName, Index::Fixed, index};
+}
+constexpr Default Variable(File file, Index index) {
+    return {file, {}, index, 0};
+}
+constexpr Default Variable(File file, std::int32_t index) {
+    return {file, {}, Index::Fixed, index};
+}
+
 struct Row {
     std::string_view display;
     std::string_view catalogueName = {};
@@ -67,10 +95,7 @@ struct Row {
     std::string_view key = {};
     DesktopObject object = DesktopObject::MyComputer;
     std::string_view value = {};  // the value name under a DefaultIcon key
-    File file = File::Shell32;
-    std::string_view fileName = {};
-    Index index = Index::Fixed;
-    std::int32_t number = 0;
+    Default byDefault = {};
     Name name = Name::Fixed;
     When when = When::Always;
 };
@@ -78,19 +103,62 @@ struct Row {
 // A Shell Icons row whose value name is its default shell32 index.
 constexpr Row ShellIcon(std::string_view display, std::int32_t index, When when = When::Always,
                         std::string_view catalogueName = {}) {
-    return {.display = display, .catalogueName = catalogueName, .number = index, .when = when};
+    return {.display = display, .catalogueName = catalogueName, .byDefault = Shell32(index), .when = when};
 }
 
-constexpr Row FileType(std::string_view display, std::string_view extension, File file,
-                       std::string_view fileName, Index index, std::int32_t number,
+// A Shell Icons row with its own value name.
+constexpr Row ShellIcon(std::string_view display, std::string_view valueName, Default byDefault, When when) {
+    return {.display = display, .key = valueName, .byDefault = byDefault, .when = when};
+}
+
+// A desktop object the user can rename, kept under its class key.
+constexpr Row Renamable(std::string_view display, DesktopObject object, Default byDefault,
+                        When when = When::Always) {
+    return {.display = display,
+            .store = Store::ObjectIcon,
+            .object = object,
+            .byDefault = byDefault,
+            .name = Name::UserGiven,
+            .when = when};
+}
+
+// An object the user can rename, at a class key of its own.
+constexpr Row Renamable(std::string_view display, std::string_view classKey, Default byDefault) {
+    return {.display = display,
+            .store = Store::KeyIcon,
+            .key = classKey,
+            .byDefault = byDefault,
+            .name = Name::UserGiven};
+}
+
+// One of the Recycle Bin's two icons: the bin's current name and `suffix`.
+// The rows have no class key of their own, so the name is not looked up again.
+constexpr Row RecycleBin(std::string_view suffix, std::string_view catalogueName, std::string_view value,
+                         std::int32_t index) {
+    return {.display = suffix,
+            .catalogueName = catalogueName,
+            .store = Store::ObjectIcon,
+            .object = DesktopObject::RecycleBin,
+            .value = value,
+            .byDefault = Shell32(index),
+            .name = Name::RecycleBin};
+}
+
+// A folder of Internet Explorer's that exists when its ShellFolder key reads.
+constexpr Row WebFolder(std::string_view display, std::string_view key, Default byDefault) {
+    return {.display = display,
+            .store = Store::KeyIcon,
+            .key = key,
+            .byDefault = byDefault,
+            .when = When::ShellFolder};
+}
+
+constexpr Row FileType(std::string_view display, std::string_view extension, Default byDefault,
                        When when = When::FileClass) {
     return {.display = display,
             .store = Store::FileClass,
             .key = extension,
-            .file = file,
-            .fileName = fileName,
-            .index = index,
-            .number = number,
+            .byDefault = byDefault,
             .when = when};
 }
 
@@ -99,68 +167,20 @@ constexpr Row Pointer(std::string_view display, std::string_view valueName, std:
     return {.display = display,
             .store = Store::Cursors,
             .key = valueName,
-            .file = File::Program,
-            .number = number,
+            .byDefault = Variable(File::Program, number),
             .when = when};
 }
 
-constexpr std::string_view kBriefcase = "HKEY_CLASSES_ROOT\\CLSID\\{85BBD920-42A0-1069-A2E4-08002B30309D}";
-constexpr std::string_view kControlPanel = "HKEY_CLASSES_ROOT\\CLSID\\{21EC2020-3AEA-1069-A2DD-08002B30309D}";
-constexpr std::string_view kPrinters = "HKEY_CLASSES_ROOT\\CLSID\\{2227A280-3AEA-1069-A2DE-08002B30309D}";
-
 constexpr Row kDesktopIcons[] = {
-    {.display = "My Computer",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::MyComputer,
-     .file = File::WinDir,
-     .fileName = "\\explorer.exe",
-     .name = Name::UserGiven},
-    {.display = "My Documents",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::MyDocuments,
-     .file = File::SysDir,
-     .fileName = "\\mydocs.dll",
-     .name = Name::UserGiven,
-     .when = When::Win98},
-    {.display = "Network Neighborhood",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::NetworkNeighborhood,
-     .number = 17,
-     .name = Name::UserGiven},
-    {.display = "The Internet",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::TheInternet,
-     .file = File::SysDir,
-     .fileName = "\\mshtml.dll",
-     .name = Name::UserGiven},
-    {.display = "In Box",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::InBox,
-     .file = File::InBox,
-     .index = Index::InBox,
-     .name = Name::UserGiven},
-    {.display = "My Briefcase",
-     .store = Store::KeyIcon,
-     .key = kBriefcase,
-     .file = File::SysDir,
-     .fileName = "\\syncui.dll",
-     .name = Name::UserGiven},
-    // The two Recycle Bin rows show the bin's current name with a suffix; they
-    // have no class key of their own, so the name is not looked up again.
-    {.display = " (empty)",
-     .catalogueName = "Recycle Bin (empty)",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::RecycleBin,
-     .value = "Empty",
-     .number = 31,
-     .name = Name::RecycleBin},
-    {.display = " (full)",
-     .catalogueName = "Recycle Bin (full)",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::RecycleBin,
-     .value = "Full",
-     .number = 32,
-     .name = Name::RecycleBin},
+    Renamable("My Computer", DesktopObject::MyComputer, InWinDir("\\explorer.exe", 0)),
+    Renamable("My Documents", DesktopObject::MyDocuments, InSysDir("\\mydocs.dll", 0), When::Win98),
+    Renamable("Network Neighborhood", DesktopObject::NetworkNeighborhood, Shell32(17)),
+    Renamable("The Internet", DesktopObject::TheInternet, InSysDir("\\mshtml.dll", 0)),
+    Renamable("In Box", DesktopObject::InBox, Variable(File::InBox, Index::InBox)),
+    Renamable("My Briefcase", "HKEY_CLASSES_ROOT\\CLSID\\{85BBD920-42A0-1069-A2E4-08002B30309D}",
+              InSysDir("\\syncui.dll", 0)),
+    RecycleBin(" (empty)", "Recycle Bin (empty)", "Empty", 31),
+    RecycleBin(" (full)", "Recycle Bin (full)", "Full", 32),
 };
 
 constexpr Row kStartIcons[] = {
@@ -178,50 +198,25 @@ constexpr Row kStartIcons[] = {
     ShellIcon("Settings - Printers", 37),
 };
 
-// A folder of Internet Explorer's that exists when its ShellFolder key reads.
-constexpr Row WebFolder(std::string_view display, std::string_view key, File file, std::string_view fileName,
-                        Index index, std::int32_t number) {
-    return {.display = display,
-            .store = Store::KeyIcon,
-            .key = key,
-            .file = file,
-            .fileName = fileName,
-            .index = index,
-            .number = number,
-            .when = When::ShellFolder};
-}
-
 constexpr Row kFolderIcons[] = {
     ShellIcon("Closed Folder", 3),
     ShellIcon("Open Folder", 4),
     ShellIcon("Program Group", 36),
-    {.display = "Users Program Group", .key = "42", .index = Index::UsersGroup, .when = When::WinNT},
-    {.display = "Control Panel",
-     .store = Store::KeyIcon,
-     .key = kControlPanel,
-     .index = Index::CtlPanel,
-     .name = Name::UserGiven},
-    {.display = "Dial-Up Networking",
-     .store = Store::ObjectIcon,
-     .object = DesktopObject::DialUpNetworking,
-     .file = File::DialUp,
-     .index = Index::DialUp,
-     .name = Name::UserGiven},
-    {.display = "Printers",
-     .store = Store::KeyIcon,
-     .key = kPrinters,
-     .index = Index::Printers,
-     .name = Name::UserGiven},
-    WebFolder("Favorites", "HKEY_CLASSES_ROOT\\CLSID\\{1A9BA3A0-143A-11CF-8350-444553540000}", File::Shell32,
-              {}, Index::Fixed, 79),
+    ShellIcon("Users Program Group", "42", Shell32(Index::UsersGroup), When::WinNT),
+    Renamable("Control Panel", "HKEY_CLASSES_ROOT\\CLSID\\{21EC2020-3AEA-1069-A2DD-08002B30309D}",
+              Shell32(Index::CtlPanel)),
+    Renamable("Dial-Up Networking", DesktopObject::DialUpNetworking, Variable(File::DialUp, Index::DialUp)),
+    Renamable("Printers", "HKEY_CLASSES_ROOT\\CLSID\\{2227A280-3AEA-1069-A2DE-08002B30309D}",
+              Shell32(Index::Printers)),
+    WebFolder("Favorites", "HKEY_CLASSES_ROOT\\CLSID\\{1A9BA3A0-143A-11CF-8350-444553540000}", Shell32(79)),
     WebFolder("Url History", "HKEY_CLASSES_ROOT\\CLSID\\{FF393560-C2A7-11CF-BFF4-444553540000}",
-              File::History, {}, Index::History, 0),
+              Variable(File::History, Index::History)),
     WebFolder("ActiveX Cache", "HKEY_CLASSES_ROOT\\CLSID\\{88C6C381-2E85-11D0-94DE-444553540000}",
-              File::SysDir, "\\occache.dll", Index::Fixed, 0),
+              InSysDir("\\occache.dll", 0)),
     WebFolder("Subscriptions", "HKEY_CLASSES_ROOT\\CLSID\\{F5175861-2688-11d0-9C5E-00AA00A45957}",
-              File::SysDir, "\\webcheck.dll", Index::Fixed, 0),
+              InSysDir("\\webcheck.dll", 0)),
     WebFolder("Scheduled Tasks", "HKEY_CLASSES_ROOT\\CLSID\\{D6277990-4C6A-11CF-8D87-00AA0060F5BF}",
-              File::SysDir, "\\mstask.dll", Index::Fixed, 0),
+              InSysDir("\\mstask.dll", 0)),
 };
 
 constexpr Row kDriveIcons[] = {
@@ -246,25 +241,25 @@ constexpr Row kOtherIcons[] = {
 };
 
 constexpr Row kFileIcons[] = {
-    FileType("Bitmap Image", ".bmp", File::Paint, {}, Index::Fixed, 1),
-    FileType("Configuration Settings", ".ini", File::Shell32, {}, Index::Ini, 0),
+    FileType("Bitmap Image", ".bmp", Variable(File::Paint, 1)),
+    FileType("Configuration Settings", ".ini", Shell32(Index::Ini)),
     ShellIcon("Default Icon", 0),
     ShellIcon("Default Document", 1),
-    FileType("GIF Image", ".gif", File::SysDir, "\\mshtml.dll", Index::Fixed, 8),
-    FileType("Internet Document", ".html", File::SysDir, "\\mshtml.dll", Index::Fixed, 1),
-    FileType("JPEG Image", ".jpeg", File::SysDir, "\\mshtml.dll", Index::Fixed, 8),
-    FileType("Media Clip", ".mmm", File::Player, {}, Index::Fixed, 0),
-    FileType("Movie Clip", ".mpeg", File::SysDir, "\\quartz.dll", Index::Fixed, 3),
+    FileType("GIF Image", ".gif", InSysDir("\\mshtml.dll", 8)),
+    FileType("Internet Document", ".html", InSysDir("\\mshtml.dll", 1)),
+    FileType("JPEG Image", ".jpeg", InSysDir("\\mshtml.dll", 8)),
+    FileType("Media Clip", ".mmm", Variable(File::Player, 0)),
+    FileType("Movie Clip", ".mpeg", InSysDir("\\quartz.dll", 3)),
     ShellIcon("MS-DOS Application", 2),
     // The batch file's class is read for its icon store but not tested.
-    FileType("MS-DOS Batch File", ".bat", File::Shell32, {}, Index::Bat, 0, When::Always),
-    FileType("MIDI Sequence", ".mid", File::SysDir, "\\quartz.dll", Index::Fixed, 8),
-    FileType("Rich Text Format", ".rtf", File::Wordpad, {}, Index::Fixed, 1),
-    FileType("Text Document", ".txt", File::Shell32, {}, Index::Text, 0),
-    FileType("Video Clip", ".avi", File::SysDir, "\\quartz.dll", Index::Fixed, 0),
-    FileType("Wave Sound", ".wav", File::SysDir, "\\quartz.dll", Index::Fixed, 4),
-    FileType("Write Document", ".wri", File::Wordpad, {}, Index::Fixed, 2),
-    FileType("Zip File", ".zip", File::None, {}, Index::Fixed, 0),
+    FileType("MS-DOS Batch File", ".bat", Shell32(Index::Bat), When::Always),
+    FileType("MIDI Sequence", ".mid", InSysDir("\\quartz.dll", 8)),
+    FileType("Rich Text Format", ".rtf", Variable(File::Wordpad, 1)),
+    FileType("Text Document", ".txt", Shell32(Index::Text)),
+    FileType("Video Clip", ".avi", InSysDir("\\quartz.dll", 0)),
+    FileType("Wave Sound", ".wav", InSysDir("\\quartz.dll", 4)),
+    FileType("Write Document", ".wri", Variable(File::Wordpad, 2)),
+    FileType("Zip File", ".zip", Variable(File::None, 0)),
 };
 
 // The default of every pointer is the program's own file: it carries the
@@ -363,7 +358,7 @@ private:
         switch (row.store) {
             case Store::ShellIcons:
                 return {std::string(kShellIconsPath),
-                        row.key.empty() ? std::to_string(row.number) : std::string(row.key)};
+                        row.key.empty() ? std::to_string(row.byDefault.number) : std::string(row.key)};
             case Store::ObjectIcon:
             case Store::KeyIcon:
                 return {DefaultIconOf(ClassKeyOf(row)), std::string(row.value)};
@@ -376,13 +371,13 @@ private:
     }
 
     std::string DefaultFile(const Row& row) const {
-        switch (row.file) {
+        switch (row.byDefault.file) {
             case File::Shell32:
                 return m_app.sysDir + "\\shell32.dll";
             case File::SysDir:
-                return m_app.sysDir + std::string(row.fileName);
+                return m_app.sysDir + std::string(row.byDefault.fileName);
             case File::WinDir:
-                return m_app.winDir + std::string(row.fileName);
+                return m_app.winDir + std::string(row.byDefault.fileName);
             case File::InBox:
                 return m_state.inBoxFile;
             case File::Paint:
@@ -406,9 +401,9 @@ private:
     }
 
     std::int32_t DefaultIndex(const Row& row) const {
-        switch (row.index) {
+        switch (row.byDefault.index) {
             case Index::Fixed:
-                return row.number;
+                return row.byDefault.number;
             case Index::Text:
                 return m_state.textIdx;
             case Index::Bat:

@@ -39,6 +39,12 @@ std::vector<std::vector<std::string>> Fields(const std::string& text) {
     return lines;
 }
 
+// A line of the list for an entry at its default: group, display name,
+// catalogue name, then file and index twice.
+std::string Line(const std::vector<std::string>& f) {
+    return f[0] + "\t" + f[1] + "\t" + f[2] + "\t" + f[3] + "\t" + f[4] + "\t" + f[3] + "\t" + f[4] + "\n";
+}
+
 // The default machine, made afresh from the shipped seed in a data folder of
 // the test's own.
 class DefaultMachineIcons : public ::testing::Test {
@@ -65,17 +71,16 @@ TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell)
     EXPECT_EQ(perGroup, expected);
 
     const std::string out = run.out;
-    for (const char* line : {
-             "1\tMy Computer\tMy Computer\tC:\\WINDOWS\\explorer.exe\t0\tC:\\WINDOWS\\explorer.exe\t0\n",
-             "1\tInternet Explorer\tThe "
-             "Internet\tC:\\WINDOWS\\SYSTEM\\mshtml.dll\t0\tC:\\WINDOWS\\SYSTEM\\mshtml.dll\t0\n",
-             "2\tLog Off...\tLog "
-             "Off\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t44\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t44\n",
-             "3\tUrl History\t\tC:\\WINDOWS\\SYSTEM\\shdocvw.dll\t36\tC:\\WINDOWS\\SYSTEM\\shdocvw.dll\t36\n",
-             "6\tText "
-             "Document\t\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t63\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t63\n",
-             "7\tHand\t\tC:\\Program Files\\Glyphmoor\\Glyphmoor.exe\t15\tC:\\Program "
-             "Files\\Glyphmoor\\Glyphmoor.exe\t15\n",
+    const std::string sys = "C:\\WINDOWS\\SYSTEM\\";
+    const std::string program = "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe";
+    for (const std::string& line : {
+             Line({"1", "My Computer", "My Computer", "C:\\WINDOWS\\explorer.exe", "0"}),
+             Line({"1", "Internet Explorer", "The Internet", sys + "mshtml.dll", "0"}),
+             Line({"2", "Log Off...", "Log Off", sys + "shell32.dll", "44"}),
+             Line({"3", "Url History", "", sys + "shdocvw.dll", "36"}),
+             Line({"4", "Floppy Drive 5\u00bc", "", sys + "shell32.dll", "5"}),
+             Line({"6", "Text Document", "", sys + "shell32.dll", "63"}),
+             Line({"7", "Hand", "", program, "15"}),
          }) {
         EXPECT_NE(out.find(line), std::string::npos) << line;
     }

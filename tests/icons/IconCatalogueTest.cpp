@@ -14,8 +14,6 @@ using Strings = std::vector<std::string>;
 
 constexpr const char* kShellIcons =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
-constexpr const char* kSys98 = "C:\\WINDOWS\\SYSTEM";
-constexpr const char* kSysNt = "C:\\WINNT\\system32";
 
 std::string Clsid(const char* id) {
     return std::string("HKEY_CLASSES_ROOT\\CLSID\\") + id;
@@ -95,10 +93,14 @@ TEST(DetectShellIcons, TheDesktopUpdateShellAndIe471AreReadFromTheRegistry) {
         bool newShell;
         bool ie471;
     } cases[] = {
-        {false, nullptr, false, false},     {false, "4.71.1712.6", false, false},  // IE 4.71 counts only with
-                                                                                   // the new shell
-        {true, nullptr, true, false},       {true, "4.71.1712.6", true, true},     {true, "4.71", true, true},
-        {true, "4.72.3110.8", true, false}, {true, "5.00.2614.3500", true, false},
+        {false, nullptr, false, false},
+        {false, "4.71.1712.6", false, false},  // IE 4.71 counts only with
+                                               // the new shell
+        {true, nullptr, true, false},
+        {true, "4.71.1712.6", true, true},
+        {true, "4.71", true, true},
+        {true, "4.72.3110.8", true, false},
+        {true, "5.00.2614.3500", true, false},
     };
     for (const auto& c : cases) {
         CatalogueMachine machine(Flavour::Win95);
@@ -298,7 +300,7 @@ TEST(DesktopIcons, InBoxAndDialUpKeysDependOnTheMachine) {
     }
 }
 
-// --- Groups 2 to 5: Start, Folder, Drive and Other Icons ---
+// --- Groups 2, 3 and 5: Start, Folder and Other Icons ---
 
 TEST(StartIcons, FavoritesAndLogOffOnlyWithTheNewShell) {
     CatalogueMachine oldShell(Flavour::Win95);
@@ -352,20 +354,6 @@ TEST(FolderIcons, ControlPanelPrintersAndDialUpAreRenamable) {
     EXPECT_EQ(Describe(*catalogue.Find("Folder Icons", "Printers")),
               "Printers||C:\\WINDOWS\\SYSTEM\\shell32.dll,51|C:\\WINDOWS\\SYSTEM\\shell32.dll,51");
     EXPECT_EQ(catalogue.Find("Folder Icons", "Closed Folder")->classKey, "");
-}
-
-TEST(DriveIcons, EightDrivesInTheirOwnOrder) {
-    CatalogueMachine machine(Flavour::WinNT);
-    IconCatalogue catalogue = machine.Build();
-    EXPECT_EQ(Keys(catalogue.Group(4)), (Strings{"Floppy Drive 5\u00bc", "Floppy Drive 3\u00bd", "Hard Drive",
-                                                 "Network Drive (connected)", "Network Drive (offline)",
-                                                 "CD-ROM Drive", "Removable Drive", "RAM Drive"}));
-    Strings stores;
-    for (const auto& entry : catalogue.Group(4).Entries()) {
-        stores.push_back(entry.store.valueName + "=" + entry.Default().Text());
-    }
-    EXPECT_EQ(stores[6], std::string("7=") + kSysNt + "\\shell32.dll,7");
-    EXPECT_EQ(stores[7], std::string("12=") + kSysNt + "\\shell32.dll,12");
 }
 
 TEST(OtherIcons, TheShortcutOverlayRowFollowsTheArrowTweak) {

@@ -32,14 +32,5 @@ TEST(SplitIconLocation, SplitsAtTheLastComma) {
     }
 }
 
-TEST(SplitIconLocation, TextJoinsWhatSplitGives) {
-    for (const char* text : {"C:\\x,y.dll,5", "C:\\a.dll,-154", "a.ico,0"}) {
-        const auto location = SplitIconLocation(text);
-        ASSERT_TRUE(location.has_value()) << text;
-        EXPECT_EQ(location->Text(), text);
-    }
-    EXPECT_EQ(SplitIconLocation("a.ico")->Text(), "a.ico,0");
-}
-
 }  // namespace
 }  // namespace glyphmoor
