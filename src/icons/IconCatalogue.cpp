@@ -1,5 +1,6 @@
 #include "icons/IconCatalogue.h"
 
+#include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
 #include <algorithm>
@@ -438,10 +439,6 @@ private:
     bool m_includeShortcutOverlay = true;
 };
 
-char Lower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGroup& list,
@@ -464,9 +461,7 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
                           .classKey = std::move(classKey)};
     std::string stored = GetRegString(registry, store.path, store.valueName);
     if (Readable(stored)) {
-        if (stored.size() >= kSystemRoot.size() &&
-            std::ranges::equal(std::string_view(stored).substr(0, kSystemRoot.size()), kSystemRoot,
-                               [](char a, char b) { return Lower(a) == b; })) {
+        if (EqualsNoCase(std::string_view(stored).substr(0, kSystemRoot.size()), kSystemRoot)) {
             stored = std::string(winDir) + stored.substr(kSystemRoot.size());
         }
         const auto location = SplitIconLocation(stored);
@@ -527,7 +522,7 @@ void IconCatalogue::BuildCursorCatalogue() {
 
 IconGroup* IconCatalogue::FindGroup(std::string_view groupName) {
     const auto found = std::ranges::find_if(
-        m_groups, [groupName](const IconGroup& g) { return SameTextNoCase(g.Name(), groupName); });
+        m_groups, [groupName](const IconGroup& g) { return EqualsNoCase(g.Name(), groupName); });
     return found == m_groups.end() ? nullptr : &*found;
 }
 

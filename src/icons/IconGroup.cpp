@@ -1,24 +1,14 @@
 #include "icons/IconGroup.h"
 
+#include "foundation/TextEncoding.h"
+
 #include <algorithm>
 
 namespace glyphmoor {
 
-namespace {
-
-char Lower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
-bool SameTextNoCase(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 SystemIconEntry* IconGroup::Find(std::string_view key) {
     const auto found = std::ranges::find_if(
-        m_entries, [key](const SystemIconEntry& e) { return SameTextNoCase(e.Key(), key); });
+        m_entries, [key](const SystemIconEntry& e) { return EqualsNoCase(e.Key(), key); });
     return found == m_entries.end() ? nullptr : &*found;
 }
 

@@ -63,7 +63,4 @@ private:
     std::function<void(const IconGroup&)> m_onRefresh;
 };
 
-// Compares two ASCII texts without regard to case.
-bool SameTextNoCase(std::string_view a, std::string_view b);
-
 }  // namespace glyphmoor

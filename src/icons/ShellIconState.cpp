@@ -2,7 +2,6 @@
 
 #include "foundation/modRegistry.h"
 
-
 namespace glyphmoor {
 
 namespace {
