@@ -1,6 +1,7 @@
 #include "cli/Cli.h"
 
 #include "cli/IconFileCommands.h"
+#include "cli/IconCommands.h"
 #include "cli/IniCommands.h"
 #include "cli/RegCommands.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands(), IconFileCommands()};
+    return {RegCommands(), IniCommands(), IconCommands(), IconFileCommands()};
 }
 
 void PrintHelp(std::ostream& out) {

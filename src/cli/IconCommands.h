@@ -1,0 +1,23 @@
+// The "icons" commands: the system icon catalogue from the command line.
+//
+//   icons [--group N]   one entry a line: group number, display name,
+//                       catalogue name (empty when it is the display name),
+//                       current file, current index, default file, default
+//                       index, TAB-separated, in table order; groups 1 to 7,
+//                       or only group N.
+#pragma once
+
+#include "cli/Cli.h"
+#include "icons/IconCatalogue.h"
+
+#include <ostream>
+#include <span>
+
+namespace glyphmoor {
+
+std::span<const CliCommand> IconCommands();
+
+// Writes every entry of one group as the "icons" command prints it.
+void PrintIconGroup(std::ostream& out, const IconGroup& group);
+
+}  // namespace glyphmoor

@@ -1,0 +1,151 @@
+#include "cli/Cli.h"
+#include "foundation/DefaultMachine.h"
+#include "support/TempMachine.h"
+
+#include <gtest/gtest.h>
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+namespace glyphmoor::test {
+namespace {
+
+struct CliRun {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+CliRun RunIcons(std::vector<std::string> args) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = RunCli(args, out, err);
+    return {status, out.str(), err.str()};
+}
+
+std::vector<std::vector<std::string>> Fields(const std::string& text) {
+    std::vector<std::vector<std::string>> lines;
+    std::istringstream in(text);
+    std::string line;
+    while (std::getline(in, line)) {
+        std::vector<std::string> fields;
+        std::size_t start = 0;
+        for (auto tab = line.find('\t'); tab != std::string::npos; tab = line.find('\t', start)) {
+            fields.push_back(line.substr(start, tab - start));
+            start = tab + 1;
+        }
+        fields.push_back(line.substr(start));
+        lines.push_back(fields);
+    }
+    return lines;
+}
+
+// A line of the list for an entry at its default: group, display name,
+// catalogue name, then file and index twice.
+std::string Line(const std::vector<std::string>& f) {
+    return f[0] + "\t" + f[1] + "\t" + f[2] + "\t" + f[3] + "\t" + f[4] + "\t" + f[3] + "\t" + f[4] + "\n";
+}
+
+// The default machine, made afresh from the shipped seed in a data folder of
+// the test's own.
+class DefaultMachineIcons : public ::testing::Test {
+protected:
+    // The default machine, named explicitly: on Windows the program's own
+    // machine is the real system.
+    CliRun RunOnDefault(std::vector<std::string> args) {
+        const auto dir = DefaultMachineDir();
+        EXPECT_TRUE(EnsureSeededMachine(dir, SeedDirs()).ok());
+        args.insert(args.begin(), {"--machine", dir.string()});
+        return RunIcons(args);
+    }
+
+    TempDir m_data;
+    ScopedEnvironment m_home{"XDG_DATA_HOME", m_data.Path().string()};
+};
+
+TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell) {
+    const CliRun run = RunOnDefault({"icons"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto lines = Fields(run.out);
+    std::map<std::string, int> perGroup;
+    for (const auto& fields : lines) {
+        ASSERT_EQ(fields.size(), 7U) << fields[0];
+        ++perGroup[fields[0]];
+    }
+    // Every row a Windows 98 machine with IE 4.71's shell has: all but the
+    // Windows NT common groups, and the Zip File row (no zip type registered).
+    const std::map<std::string, int> expected = {{"1", 8}, {"2", 12}, {"3", 11}, {"4", 8},
+                                                 {"5", 7}, {"6", 17}, {"7", 15}};
+    EXPECT_EQ(perGroup, expected);
+
+    const std::string out = run.out;
+    const std::string sys = "C:\\WINDOWS\\SYSTEM\\";
+    const std::string program = "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe";
+    for (const std::string& line : {
+             Line({"1", "My Computer", "My Computer", "C:\\WINDOWS\\explorer.exe", "0"}),
+             Line({"1", "Internet Explorer", "The Internet", sys + "mshtml.dll", "0"}),
+             Line({"2", "Log Off...", "Log Off", sys + "shell32.dll", "44"}),
+             Line({"3", "Url History", "", sys + "shdocvw.dll", "36"}),
+             Line({"4", "Floppy Drive 5\u00bc", "", sys + "shell32.dll", "5"}),
+             Line({"6", "Text Document", "", sys + "shell32.dll", "63"}),
+             Line({"7", "Hand", "", program, "15"}),
+         }) {
+        EXPECT_NE(out.find(line), std::string::npos) << line;
+    }
+
+    // One group alone prints exactly its lines of the whole list.
+    const CliRun cursors = RunOnDefault({"icons", "--group", "7"});
+    ASSERT_EQ(cursors.status, 0) << cursors.err;
+    EXPECT_EQ(out.substr(out.find("\n7\t") + 1), cursors.out);
+}
+
+TEST(IconCommands, ShowsTheMachinesOwnNamesAndIcons) {
+    TempMachine machine;
+    const std::string bin = "HKEY_CLASSES_ROOT\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}";
+    const std::string dir = machine.Dir().string();
+    // Windows 98 without the new shell still reads the user's own class key.
+    const std::string userBin =
+        "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}";
+    ASSERT_EQ(RunIcons({"--machine", dir, "reg", "write", userBin, "", "Trash"}).status, 0);
+    ASSERT_EQ(
+        RunIcons({"--machine", dir, "reg", "write", userBin + "\\DefaultIcon", "Full", "C:\\Icons\\full.ico"})
+            .status,
+        0);
+    ASSERT_EQ(RunIcons({"--machine", dir, "reg", "write", bin, "", "Not this one"}).status, 0);
+    const CliRun run = RunIcons({"--machine", dir, "icons", "--group", "1"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out,
+              "1\tMy Computer\t\tC:\\WINDOWS\\explorer.exe\t0\tC:\\WINDOWS\\explorer.exe\t0\n"
+              "1\tMy Documents\t\tC:\\WINDOWS\\SYSTEM\\mydocs.dll\t0\tC:\\WINDOWS\\SYSTEM\\mydocs.dll\t0\n"
+              "1\tNetwork "
+              "Neighborhood\t\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t17\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t17\n"
+              "1\tThe Internet\t\tC:\\WINDOWS\\SYSTEM\\mshtml.dll\t0\tC:\\WINDOWS\\SYSTEM\\mshtml.dll\t0\n"
+              "1\tIn Box\t\tC:\\WINDOWS\\SYSTEM\\cool.dll\t30\tC:\\WINDOWS\\SYSTEM\\cool.dll\t30\n"
+              "1\tMy Briefcase\t\tC:\\WINDOWS\\SYSTEM\\syncui.dll\t0\tC:\\WINDOWS\\SYSTEM\\syncui.dll\t0\n"
+              "1\tTrash (empty)\tRecycle Bin (empty)\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t31\t"
+              "C:\\WINDOWS\\SYSTEM\\shell32.dll\t31\n"
+              "1\tTrash (full)\tRecycle Bin "
+              "(full)\tC:\\Icons\\full.ico\t0\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t32\n");
+}
+
+TEST(IconCommands, RefusesAGroupItDoesNotHave) {
+    TempMachine machine;
+    const std::string dir = machine.Dir().string();
+    for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
+             {"icons", "--group", "0"},
+             {"icons", "--group", "8"},
+             {"icons", "--group", "Cursors"},
+             {"icons", "--group"},
+             {"icons", "7"},
+         }) {
+        std::vector<std::string> full = {"--machine", dir};
+        full.insert(full.end(), args.begin(), args.end());
+        const CliRun run = RunIcons(full);
+        EXPECT_EQ(run.status, kExitUsage) << args.back();
+        EXPECT_EQ(run.out, "") << args.back();
+        EXPECT_NE(run.err.find("usage: glyphmoor-cli icons [--group N]"), std::string::npos) << args.back();
+    }
+}
+
+}  // namespace
+}  // namespace glyphmoor::test
