@@ -2,6 +2,7 @@
 
 #include "cli/IconFileCommands.h"
 #include "cli/IniCommands.h"
+#include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
 #include "foundation/DefaultMachine.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands(), IconFileCommands()};
+    return {RegCommands(), IniCommands(), IconFileCommands(), RebuildCommands()};
 }
 
 void PrintHelp(std::ostream& out) {
