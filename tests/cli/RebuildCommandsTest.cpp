@@ -73,17 +73,6 @@ TEST(RebuildCommands, RefusedOnNt4WithTheIe4DesktopShell) {
               "Error\n");
 }
 
-TEST(RebuildCommands, Nt4WithIe5Rebuilds) {
-    TempMachine machine(
-        WinNtSystem() +
-            "\n[Software\\\\Microsoft\\\\Internet Explorer] 1700000000\n\"Version\"=\"5.00.2314.1003\"\n",
-        "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\MenuOrder\\\\Start "
-        "Menu] 1700000000\n");
-    const CliRun run = Cli(machine, {"rebuild-icons"});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(run.out, std::string(kWrite) + "33\n" + kSend + kWrite + "32\n" + kSend);
-}
-
 TEST(RebuildCommands, TakesNoArguments) {
     TempMachine machine;
     const CliRun run = Cli(machine, {"rebuild-icons", "now"});

@@ -254,14 +254,6 @@ TEST_F(MsgboxTest, LowColourWarningOnlyAtExactlyEightBits) {
     }
 }
 
-TEST_F(MsgboxTest, LowColourSettingsButtonOpensDisplaySettingsAndStays) {
-    m_prompt.Answer({PromptAnswer::Press(1), PromptAnswer::Escape()});
-    auto c = Context();
-    EXPECT_EQ(MsgLowColourDisplay(c, 8), 1);
-    ASSERT_EQ(m_system.Calls().size(), 1U);
-    EXPECT_EQ(m_system.Calls()[0], "WinExec \"rundll32.exe shell32.dll,Control_RunDLL desk.cpl,,3\" 2");
-}
-
 TEST_F(MsgboxTest, WindowsNameFollowsTheFlavour) {
     const struct {
         std::string system;
@@ -365,15 +357,6 @@ TEST_F(MsgboxTest, ShellNotifiedHelpOpensNothing) {
     MsgShellNotified(c);
     EXPECT_TRUE(m_system.Calls().empty());
     EXPECT_EQ(m_prompt.PromptResult(), 1);
-}
-
-TEST_F(MsgboxTest, HideNetworkHelpOpensItsKeywordAndStays) {
-    auto c = Context();
-    m_prompt.Answer({PromptAnswer::Press(0), PromptAnswer::Escape()});
-    EXPECT_EQ(MsgConfirmHideNetwork(c), 0);
-    ASSERT_EQ(m_system.Calls().size(), 1U);
-    EXPECT_EQ(m_system.Calls()[0],
-              "WinHelp \"C:\\Program Files\\Glyphmoor\\Glyphmoor.hlp\" 0x105 \"Hide, Network Neighborhood\"");
 }
 
 struct RestartRow {
