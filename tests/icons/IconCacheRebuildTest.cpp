@@ -16,7 +16,7 @@ namespace {
 const std::string kWin95System =
     "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion] 1700000000\n\"VersionNumber\"=\"4.00.950\"\n";
 
-std::string WithIe(std::string system, std::string_view version) {
+std::string WithIe(const std::string& system, std::string_view version) {
     return system + "\n[Software\\\\Microsoft\\\\Internet Explorer] 1700000000\n\"Version\"=\"" +
            std::string(version) + "\"\n";
 }
