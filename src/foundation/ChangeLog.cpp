@@ -168,10 +168,10 @@ void LoggingSystem::RunProgram(std::string_view commandLine, int showCommand) {
     m_inner.RunProgram(commandLine, showCommand);
 }
 
-void LoggingSystem::WinHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
-    m_notes.WinHelp(helpFile, command, data);
+void LoggingSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
+    m_notes.OpenHelp(helpFile, command, data);
     Note();
-    m_inner.WinHelp(helpFile, command, data);
+    m_inner.OpenHelp(helpFile, command, data);
 }
 
 }  // namespace glyphmoor

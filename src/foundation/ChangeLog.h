@@ -71,7 +71,7 @@ public:
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     void RunProgram(std::string_view commandLine, int showCommand) override;
-    void WinHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
+    void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     [[nodiscard]] int ColourDepth() const override { return m_inner.ColourDepth(); }
 
 private:

@@ -52,7 +52,7 @@ void RecordingSystem::RunProgram(std::string_view commandLine, int showCommand) 
     m_calls.push_back("WinExec \"" + std::string(commandLine) + "\" " + std::to_string(showCommand));
 }
 
-void RecordingSystem::WinHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
+void RecordingSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
     m_calls.push_back("WinHelp \"" + std::string(helpFile) + "\" " + Hex(command) + " \"" +
                       std::string(data) + "\"");
 }

@@ -59,8 +59,9 @@ public:
     // command; the caller does not wait.
     virtual void RunProgram(std::string_view commandLine, int showCommand) = 0;
     // WinHelpA(window, helpFile, command, data) with a text as data, such as
-    // the keyword of kHelpPartialKey.
-    virtual void WinHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) = 0;
+    // the keyword of kHelpPartialKey. (Not named WinHelp: windows.h makes that
+    // name a macro.)
+    virtual void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) = 0;
     // Bits per pixel of the screen (GetDeviceCaps BITSPIXEL).
     [[nodiscard]] virtual int ColourDepth() const = 0;
 };
@@ -74,7 +75,7 @@ public:
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     void RunProgram(std::string_view commandLine, int showCommand) override;
-    void WinHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
+    void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     [[nodiscard]] int ColourDepth() const override { return m_colourDepth; }
 
     // Every call so far, one line each, such as "WM_SETTINGCHANGE 0x2e 0",

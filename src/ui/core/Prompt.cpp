@@ -55,7 +55,7 @@ bool Prompt::PressButton(int index, bool ticked) {
     }
     if (caption == kHelpCaption) {
         if (auto keyword = HelpKeywordFor(m_promptText)) {
-            m_system.WinHelp(m_helpFile, kHelpPartialKey, *keyword);
+            m_system.OpenHelp(m_helpFile, kHelpPartialKey, *keyword);
         }
         return false;
     }
