@@ -1,0 +1,70 @@
+#include "cli/RebuildCommands.h"
+
+#include "foundation/AppEnvironment.h"
+#include "foundation/AppState.h"
+#include "foundation/ChangeLog.h"
+#include "foundation/modRegistry.h"
+#include "icons/IconCacheRebuild.h"
+#include "ui/core/SilentPrompt.h"
+
+#include <array>
+#include <ostream>
+
+namespace glyphmoor {
+
+namespace {
+
+// The desktop-update shell, as the icon catalogue's machine state defines it:
+// its Start menu order key exists.
+constexpr std::string_view kStartMenuOrderKey =
+    "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\MenuOrder\\Start Menu";
+
+int RebuildIcons(CliContext& c, CommandArgs a);
+
+constexpr std::array<CliCommand, 1> kCommands = {{
+    {"rebuild-icons", "",
+     "rebuilds the shell's icon cache, asking and showing nothing; prints each registry write and message "
+     "sent",
+     RebuildIcons},
+}};
+
+int RebuildIcons(CliContext& c, CommandArgs a) {
+    if (!a.empty()) {
+        return UsageError(c, kCommands[0]);
+    }
+    Machine* machine = c.OpenMachine();
+    if (machine == nullptr) {
+        return kExitFailed;
+    }
+    ChangeLog log;
+    LoggingRegistry registry(machine->Registry(), log);
+    LoggingSystem system(machine->Sys(), log);
+    const AppEnvironment app = InitEnvironment(machine->Env());
+    AppState state;
+    state.rebuildPending = true;
+    SilentPrompt prompt(system, app.helpFile);
+    MsgContext context{prompt, registry, system, app, state};
+
+    RebuildHooks hooks;
+    hooks.desktopUpdateShell = [&registry] { return RegKeyExists(registry, kStartMenuOrderKey); };
+    if (RebuildIconCache(context, hooks) == RebuildOutcome::RefusedOnNt4Ie4) {
+        const std::string& text = prompt.Answered().back();
+        c.err << "glyphmoor-cli: the icon cache was not rebuilt: " << text.substr(0, text.find('\n')) << '\n';
+        return kExitFailed;
+    }
+    if (!c.SaveMachine()) {
+        return kExitFailed;
+    }
+    for (const auto& line : log.Lines()) {
+        c.out << line << '\n';
+    }
+    return kExitOk;
+}
+
+}  // namespace
+
+std::span<const CliCommand> RebuildCommands() {
+    return kCommands;
+}
+
+}  // namespace glyphmoor
