@@ -1,5 +1,7 @@
 #include "cli/RebuildCommands.h"
 
+#include "icons/ShellIconState.h"
+
 #include "foundation/AppEnvironment.h"
 #include "foundation/AppState.h"
 #include "foundation/ChangeLog.h"
@@ -16,8 +18,6 @@ namespace {
 
 // The desktop-update shell, as the icon catalogue's machine state defines it:
 // its Start menu order key exists.
-constexpr std::string_view kStartMenuOrderKey =
-    "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\MenuOrder\\Start Menu";
 
 int RebuildIcons(CliContext& c, CommandArgs a);
 
@@ -46,7 +46,8 @@ int RebuildIcons(CliContext& c, CommandArgs a) {
     MsgContext context{prompt, registry, system, app, state};
 
     RebuildHooks hooks;
-    hooks.desktopUpdateShell = [&registry] { return RegKeyExists(registry, kStartMenuOrderKey); };
+    // The catalogue's own reading of the machine says whether the desktop-update shell is there.
+    hooks.desktopUpdateShell = [&] { return DetectShellState(machine->Registry(), app).newShell; };
     if (RebuildIconCache(context, hooks) == RebuildOutcome::RefusedOnNt4Ie4) {
         const std::string& text = prompt.Answered().back();
         c.err << "glyphmoor-cli: the icon cache was not rebuilt: " << text.substr(0, text.find('\n')) << '\n';
