@@ -1,4 +1,4 @@
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "foundation/modRegistry.h"
 #include "support/TempMachine.h"
 
@@ -8,19 +8,6 @@
 namespace glyphmoor::test {
 namespace {
 
-struct CliRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const TempMachine& machine, std::vector<std::string> args) {
-    args.insert(args.begin(), {"--machine", machine.Dir().string()});
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = RunCli(args, out, err);
-    return {status, out.str(), err.str()};
-}
 
 constexpr const char* kWrite =
     "write\tHKEY_CURRENT_USER\\Control Panel\\desktop\\WindowMetrics\tShell Icon Size\t";
