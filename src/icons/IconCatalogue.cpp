@@ -452,13 +452,14 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
         }
     }
     SystemIconEntry entry{.displayName = std::move(displayName),
-                          .currentFile = defaultFile,
+                          .currentFile = {},
                           .currentIndex = defaultIndex,
                           .catalogueName = std::move(catalogueName),
                           .defaultFile = std::move(defaultFile),
                           .defaultIndex = defaultIndex,
                           .store = store,
                           .classKey = std::move(classKey)};
+    entry.currentFile = entry.defaultFile;
     std::string stored = GetRegString(registry, store.path, store.valueName);
     if (Readable(stored)) {
         if (EqualsNoCase(std::string_view(stored).substr(0, kSystemRoot.size()), kSystemRoot)) {
