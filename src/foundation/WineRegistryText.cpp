@@ -166,11 +166,36 @@ Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::
             break;
         }
     }
-    auto wide = UnescapeRegistryString(text, delimiter, consumed);
-    if (!wide) {
-        return Fail(wide.reason());
+    // Straight to UTF-8; a surrogate pair joins into one character, a lone
+    // surrogate becomes U+FFFD as in Utf16ToUtf8.
+    std::string out;
+    out.reserve(text.size());
+    char16_t high = 0;
+    Status status = UnescapeUnits(text, delimiter, consumed, [&](char16_t unit) {
+        if (high != 0) {
+            if (unit >= 0xDC00 && unit <= 0xDFFF) {
+                AppendUtf8(out, 0x10000 + ((static_cast<char32_t>(high) - 0xD800) << 10) + (unit - 0xDC00));
+                high = 0;
+                return;
+            }
+            AppendUtf8(out, 0xFFFD);
+            high = 0;
+        }
+        if (unit >= 0xD800 && unit <= 0xDBFF) {
+            high = unit;
+        } else if (unit >= 0xDC00 && unit <= 0xDFFF) {
+            AppendUtf8(out, 0xFFFD);
+        } else {
+            AppendUtf8(out, unit);
+        }
+    });
+    if (!status) {
+        return Fail(status.reason());
     }
-    return Utf16ToUtf8(*wide);
+    if (high != 0) {
+        AppendUtf8(out, 0xFFFD);
+    }
+    return out;
 }
 
 Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
@@ -501,7 +526,8 @@ private:
         }
         // Keys come mostly in tree order: start below the deepest key the
         // previous section's path shares with this one.
-        std::vector<std::string_view> parts;
+        std::vector<std::string_view>& parts = m_parts;
+        parts.clear();
         std::string_view remaining = *path;
         while (!remaining.empty()) {
             const auto pos = remaining.find('\\');
@@ -512,16 +538,14 @@ private:
             remaining.remove_prefix(pos == std::string_view::npos ? remaining.size() : pos + 1);
         }
         std::size_t shared = 0;
-        while (shared < parts.size() && shared < m_lastParts.size() && parts[shared] == m_lastParts[shared]) {
+        while (shared < parts.size() && shared < m_lastKeys.size() && parts[shared] == m_lastKeys[shared]->name) {
             ++shared;
         }
-        m_lastParts.resize(shared);
         m_lastKeys.resize(shared);
         HiveKey* key = shared == 0 ? m_hive.root.get() : m_lastKeys[shared - 1];
         for (std::size_t i = shared; i < parts.size(); ++i) {
             bool created = false;
             key = &key->AddSubkey(parts[i], created);
-            m_lastParts.emplace_back(parts[i]);
             m_lastKeys.push_back(key);
         }
         if (key->hasSection) {
@@ -553,8 +577,9 @@ private:
     std::size_t m_valueStart = 0;
     bool m_continuation = false;
     std::string m_joined;
-    std::vector<std::string> m_lastParts;
+    // The keys on the previous section's path, root first.
     std::vector<HiveKey*> m_lastKeys;
+    std::vector<std::string_view> m_parts;
 };
 
 std::string FormatHeader(const HiveKey& key) {
