@@ -130,12 +130,13 @@ private:
         QTest::mouseClick(Control<QPushButton>("cmdApply"), Qt::LeftButton);
         QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
     }
-    void Screenshot(const QString& name) {
+    void Screenshot(const QString& name, QWidget* of = nullptr) {
         const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOTS");
         if (!dir.isEmpty()) {
             std::filesystem::create_directories(dir.toStdString());
-            QVERIFY(m_window->grab().save(QString::fromUtf8(dir) + QStringLiteral("/") + name +
-                                          QStringLiteral(".png")));
+            QVERIFY((of != nullptr ? of : m_window.get())
+                        ->grab()
+                        .save(QString::fromUtf8(dir) + QStringLiteral("/") + name + QStringLiteral(".png")));
         }
     }
 
@@ -226,14 +227,19 @@ private slots:
             }
         }
         QVERIFY(entries > 70);
+        // The pointers are the program's own pointer resources, each its own picture.
+        const auto picture = [this](int row) { return List(7)->item(row)->icon().pixmap(32, 32).toImage(); };
+        QVERIFY(picture(0) != picture(3));
+        QVERIFY(picture(3) != picture(5));
     }
 
     void changingAnIconThroughTheDialogIsWrittenByApply() {
         Select(2, "Run");
         QCOMPARE(Control<QLabel>("lblPath")->property("fullText").toString(),
                  QStringLiteral("File name: C:\\WINDOWS\\SYSTEM\\shell32.dll,24"));
-        WhenShown<frmChangeIcon>([](frmChangeIcon* dialog) {
+        WhenShown<frmChangeIcon>([this](frmChangeIcon* dialog) {
             auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+            Screenshot(QStringLiteral("change-icon"), dialog);
             QCOMPARE(grid->Selected(), 24);
             // Column 6 lies within the eight that show: no scrolling.
             QCOMPARE(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->value(), 0);

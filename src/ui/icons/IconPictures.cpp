@@ -148,13 +148,11 @@ QImage IconPictureCache::Picture(std::string_view windowsFile, int index, bool c
             m_sources.emplace(key, std::make_unique<IconSource>(HostFileOf(m_machine, windowsFile))).first;
     }
     IconSource& source = *found->second;
-    if (cursor && source.Count() != 1) {
-        QImage image = source.CursorResource(index, size);
-        if (!image.isNull()) {
-            return image;
-        }
+    if (cursor) {
+        // A pointer is a pointer file, or a pointer resource of a program.
+        return source.IsModule() ? source.CursorResource(index, size) : source.Icon(0, size);
     }
-    return source.Icon(cursor ? 0 : index, size);
+    return source.Icon(index, size);
 }
 
 }  // namespace glyphmoor

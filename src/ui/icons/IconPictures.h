@@ -36,6 +36,8 @@ public:
     // Icons in the file: an icon or pointer file has one; an executable as
     // many as its icon groups.
     [[nodiscard]] int Count() const { return m_count; }
+    // The file is an executable or library (not an icon or pointer file).
+    [[nodiscard]] bool IsModule() const { return m_module.has_value(); }
     // Icon `index` at about `size` pixels; a null image when there is none.
     QImage Icon(int index, int size = 32);
     // The pointer resource with the number `id` of an executable (the
