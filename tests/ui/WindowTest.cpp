@@ -338,6 +338,46 @@ private slots:
         QCOMPARE(Stored(kSettings, "Current Theme"), std::string(""));
     }
 
+    void startUpTakesThePageAndThePosition_data() {
+        QTest::addColumn<QString>("commandLine");
+        QTest::addColumn<int>("positions");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QPoint>("at");
+        QTest::newRow("plain") << "" << 10 << int(Page::Themes) << QPoint(-1, -1);
+        QTest::newRow("/t") << "/t C:\\Themes\\a.gmtheme" << 1 << int(Page::IconsAndCursors)
+                            << QPoint(37, 41);
+        QTest::newRow("/f") << "/f C:\\WINDOWS" << 1 << int(Page::Folders) << QPoint(37, 41);
+    }
+    void startUpTakesThePageAndThePosition() {
+        QFETCH(QString, commandLine);
+        QFETCH(int, positions);
+        QFETCH(int, page);
+        QFETCH(QPoint, at);
+        SetRegDword(m_machine->Registry(), kSettings, "Positions", positions);
+        SetRegString(m_machine->Registry(), kSettings, "Left", "37");
+        SetRegString(m_machine->Registry(), kSettings, "Top", "41");
+        m_window.reset();
+        m_window =
+            std::make_unique<Main>(*m_machine, ParseCommandLine(commandLine.toStdString()), m_prompt.get());
+        QCOMPARE(int(m_window->CurrentPage()), page);
+        if (at.x() >= 0) {
+            QCOMPARE(m_window->pos(), at);
+        } else {
+            QVERIFY(m_window->pos() != QPoint(37, 41));
+        }
+    }
+
+    void okAppliesWhatIsPendingThenCloses() {
+        SetRegString(m_machine->Registry(), kShellIcons, "5", "C:\\f.ico,1");
+        m_window->ShowPage(Page::IconsAndCursors, 3);
+        List(4)->setCurrentRow(0);
+        QTest::mouseClick(Control<QPushButton>("cmdDefault"), Qt::LeftButton);
+        QTest::mouseClick(Control<QPushButton>("cmdOK"), Qt::LeftButton);
+        QVERIFY(!m_window->isVisible());
+        QVERIFY(m_prompt->asked.empty());
+        QCOMPARE(Stored(kShellIcons, "5"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
+    }
+
     void closingWithChangesAsks_data() {
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("closed");
@@ -474,6 +514,18 @@ private slots:
         QCOMPARE(dialog->ChosenFile(), std::string("C:\\lib33.dll"));
         QVERIFY(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->isEnabled());
         QVERIFY(!dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled());
+    }
+
+    void aLargeLibraryDecodesOnlyWhatIsSeen() {
+        WriteLibrary(m_folder->Dir() / "drive_c" / "big.dll", 400);
+        auto dialog = Dialog();
+        dialog->show();
+        dialog->Prepare("C:\\big.dll", 0);
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog->Source()->Count(), 400);
+        QVERIFY(dialog->Source()->Decoded() > 0);
+        QVERIFY2(dialog->Source()->Decoded() <= 40, qPrintable(QString::number(dialog->Source()->Decoded())));
     }
 
     void doubleClickActsAsOkAndKeepsTheHistory() {

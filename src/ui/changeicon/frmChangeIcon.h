@@ -78,6 +78,8 @@ public:
     bool Open(std::string& file, int& index);
 
     [[nodiscard]] std::string ChosenFile() const;
+    // The listed file's icons; null before a file is listed.
+    [[nodiscard]] const IconSource* Source() const { return m_source.get(); }
     [[nodiscard]] int ChosenIndex() const;
 
     // Where the stock message box goes (tests take it); and what the browse

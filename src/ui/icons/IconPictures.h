@@ -40,6 +40,8 @@ public:
     [[nodiscard]] bool IsModule() const { return m_module.has_value(); }
     // Icon `index` at about `size` pixels; a null image when there is none.
     QImage Icon(int index, int size = 32);
+    // How many pictures have been decoded so far.
+    [[nodiscard]] std::size_t Decoded() const { return m_cache.size(); }
     // The pointer resource with the number `id` of an executable (the
     // program's own standard pointers); a null image when there is none.
     QImage CursorResource(int id, int size = 32);

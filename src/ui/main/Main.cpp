@@ -21,7 +21,7 @@ namespace glyphmoor {
 
 namespace {
 
-constexpr int kWindowWidth = 860;
+constexpr int kWindowWidth = 900;
 constexpr int kWindowHeight = 580;
 
 struct PageGroup {

@@ -138,6 +138,9 @@ void Main::BuildToolbar() {
     m_tbMain->setMovable(false);
     m_tbMain->setIconSize(QSize(24, 24));
     m_tbMain->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    QFont small = m_tbMain->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    m_tbMain->setFont(small);
     struct Button {
         const char* caption;  // null: a separator
         const char* key;
