@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
@@ -323,6 +324,15 @@ private slots:
         m_window.reset();
         m_window = std::make_unique<Main>(*m_machine, StartRequest{}, m_prompt.get());
         QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor - C:\\Themes\\Blue"));
+        // The current theme is the first recent theme, listed after the File menu's
+        // separator and before "&Exit"; opening it waits for the themes.
+        QStringList file;
+        for (QAction* action : m_window->findChild<QMenu*>(QStringLiteral("mnuFile"))->actions()) {
+            file << (action->isSeparator() ? QStringLiteral("-") : action->objectName());
+        }
+        QCOMPARE(file, QStringList({"mnuFile(0)", "-", "mnuFile(2)", "mnuFile(3)", "-", "RecentTheme 1", "-",
+                                    "mnuFile(5)"}));
+        QVERIFY(!Control<QAction>("RecentTheme 1")->isEnabled());
         m_prompt->answers = {0};  // Cancel
         Control<QAction>("mnuTools(1)")->trigger();
         QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
