@@ -52,9 +52,11 @@ int main(int argc, char** argv) {
         std::cerr
             << "glyphmoor: there is no display to show the window on (neither DISPLAY nor WAYLAND_DISPLAY "
                "is set).\n"
-               "Without a display, work with the command line: glyphmoor-cli help lists its commands\n"
-               "(icons, icons set, icons restore, icons rename, icons restore-all, reg, ...), and\n"
-               "and, once themes are part of this build, glyphmoor /a THEME applies a theme without a "
+               "Without a display, work with the command line: \"glyphmoor-cli help\" (or \"scripts/run cli "
+               "help\")\n"
+               "lists its commands: icons, icons set, icons restore, icons rename, icons restore-all, reg, "
+               "...\n"
+               "Once themes are part of this build, \"glyphmoor /a THEME\" applies a theme without a "
                "window.\n"
                "To run the window without a screen, set QT_QPA_PLATFORM=offscreen.\n";
         return EXIT_FAILURE;
