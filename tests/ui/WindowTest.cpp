@@ -191,6 +191,24 @@ private slots:
         QVERIFY(Control<QAction>("mnuTools(1)")->isEnabled());
     }
 
+    void thePopUpMenusCarryTheirKeys() {
+        QMenu menu;
+        m_window->FillPopup(&menu, Main::PopupContext::Themes);
+        QStringList keys;
+        for (QAction* action : menu.actions()) {
+            keys << action->objectName();
+        }
+        QCOMPARE(keys,
+                 QStringList({"Theme_Open", "Theme_Apply", "Sep1", "Theme_AddFav", "Sep2", "Theme_Package",
+                              "Sep3", "Theme_Delete", "Sep4", "Theme_View", "Sep5", "Theme_Refresh"}));
+        QCOMPARE(menu.actions().at(9)->menu()->actions().at(3)->objectName(),
+                 QStringLiteral("Theme_VDetails"));
+        m_window->FillPopup(&menu, Main::PopupContext::Shell);
+        QCOMPARE(menu.actions().size(), 13);
+        QCOMPARE(menu.actions().at(0)->text(), QStringLiteral("&What's This?"));
+        QCOMPARE(menu.actions().at(0)->objectName(), QStringLiteral("Shl_Whats"));
+    }
+
     void choosingAPageInThePageBarShowsIt_data() {
         QTest::addColumn<int>("group");
         QTest::addColumn<int>("item");

@@ -48,6 +48,11 @@ public:
     // handler knows or its part of the program is not in this build.
     bool Dispatch(std::string_view key);
 
+    // The pop-up menu of the theme list or the tweak tree: its items with
+    // their keys, each dispatched by key when chosen.
+    enum class PopupContext { Themes, Shell };
+    void FillPopup(QMenu* menu, PopupContext context);
+
     // "&Apply": writes what is staged, in the program's fixed order.
     void ApplyChanges();
 

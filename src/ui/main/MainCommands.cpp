@@ -16,6 +16,7 @@
 #include <QWhatsThis>
 
 #include <functional>
+#include <span>
 
 namespace glyphmoor {
 
@@ -67,8 +68,7 @@ void Main::BuildMenus() {
     MenuItem(tools, QStringLiteral("mnuTools(4)"), QStringLiteral("&Rebuild Icon Cache"))
         ->setIcon(WindowPicture(Picture::Rebuild, 16));
 
-    QMenu* fav = bar->addMenu(QStringLiteral("F&avorites"));
-    fav->setTitle(QStringLiteral("&Favorites"));
+    QMenu* fav = bar->addMenu(QStringLiteral("&Favorites"));
     fav->setObjectName(QStringLiteral("mnuFav"));
     MenuItem(fav, QStringLiteral("mnuFav(0)"), QStringLiteral("&Organize Favorites..."))
         ->setIcon(WindowPicture(Picture::Favorites, 16));
@@ -180,6 +180,67 @@ void Main::BuildToolbar() {
     }
 }
 
+void Main::FillPopup(QMenu* menu, PopupContext context) {
+    struct Item {
+        const char* caption;  // null: a separator
+        const char* key;
+    };
+    static const Item themes[] = {
+        {"&Load Theme", "Theme_Open"},
+        {"&Apply Now", "Theme_Apply"},
+        {nullptr, "Sep1"},
+        {"Add to &Favorites...", "Theme_AddFav"},
+        {nullptr, "Sep2"},
+        {"&Package Theme...", "Theme_Package"},
+        {nullptr, "Sep3"},
+        {"&Delete", "Theme_Delete"},
+        {nullptr, "Sep4"},
+    };
+    static const Item views[] = {
+        {"Lar&ge Icons", "Theme_VLarge"},
+        {"S&mall Icons", "Theme_VSmall"},
+        {"&List", "Theme_VList"},
+        {"&Details", "Theme_VDetails"},
+    };
+    static const Item themesEnd[] = {{nullptr, "Sep5"}, {"&Refresh List", "Theme_Refresh"}};
+    static const Item shell[] = {
+        {"&What's This?", "Shl_Whats"},
+        {nullptr, "sep1"},
+        {"Colla&pse", "Shl_Col"},
+        {"&Expand", "Shl_Exp"},
+        {"&Toggle", "Shl_Tgl"},
+        {"&Edit", "Edit"},
+        {nullptr, "sep2"},
+        {"&Expand &All", "Shl_ExpA"},
+        {"&Collapse All", "Shl_ColA"},
+        {nullptr, "sep3"},
+        {"&Delete", "Shl_Del"},
+        {nullptr, "sep4"},
+        {"&New", "Shl_New"},
+    };
+    const auto add = [this](QMenu* to, std::span<const Item> items) {
+        for (const Item& item : items) {
+            QAction* action =
+                item.caption == nullptr ? to->addSeparator() : to->addAction(QString::fromUtf8(item.caption));
+            action->setObjectName(QString::fromUtf8(item.key));
+            if (item.caption != nullptr) {
+                const std::string key = item.key;
+                connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
+            }
+        }
+    };
+    menu->clear();
+    if (context == PopupContext::Themes) {
+        add(menu, themes);
+        QMenu* view = menu->addMenu(QStringLiteral("&View"));
+        view->menuAction()->setObjectName(QStringLiteral("Theme_View"));
+        add(view, views);
+        add(menu, themesEnd);
+    } else {
+        add(menu, shell);
+    }
+}
+
 bool Main::Dispatch(std::string_view key) {
     static const std::array<Command, 9> commands = {{
         {"mnuFile(5)", [](Main& w) { w.close(); }},
@@ -203,8 +264,11 @@ bool Main::Dispatch(std::string_view key) {
             return true;
         }
     }
-    // The themes list, the tweak tree and the favourites are not in this build:
-    // their keys are known and do nothing yet.
+    // The theme list, the tweak tree and the favourites are not in this build:
+    // their keys ("Theme_Open" ... "Theme_VReport", "Shl_Wht", "Shl_Tgl" ...) do
+    // nothing yet. The pop-up items "&Details" and "&What's This?" carry the keys
+    // "Theme_VDetails" and "Shl_Whats", which the handler does not know: they
+    // will do nothing then either, as the program has always done.
     return false;
 }
 
