@@ -3,6 +3,7 @@
 #include "cli/IconFileCommands.h"
 #include "cli/IconCommands.h"
 #include "cli/IniCommands.h"
+#include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
 
 #include <array>
@@ -14,7 +15,7 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands(), IconCommands(), IconFileCommands()};
+    return {RegCommands(), IniCommands(), IconCommands(), IconFileCommands(), RebuildCommands()};
 }
 
 void PrintHelp(std::ostream& out) {

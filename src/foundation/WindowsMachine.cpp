@@ -8,6 +8,7 @@
 // The system seam's methods share names with two of windows.h's macros.
 #undef SystemParametersInfo
 #undef ExitWindows
+#undef WinHelp
 
 namespace glyphmoor {
 
@@ -118,6 +119,18 @@ void WindowsSystem::EnableShutdownPrivilege() {
 }
 
 void WindowsSystem::ExitWindows(std::uint32_t flags, std::uint32_t reserved) { ::ExitWindowsEx(flags, reserved); }
+
+void WindowsSystem::RunProgram(std::string_view commandLine, int showCommand) {
+    const std::string line(commandLine);
+    ::WinExec(line.c_str(), static_cast<UINT>(showCommand));
+}
+
+void WindowsSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
+    const std::string file(helpFile);
+    const std::string keyword(data);
+    // HELP_PARTIALKEY and its kin take the keyword's address as their data.
+    ::WinHelpA(nullptr, file.c_str(), command, reinterpret_cast<ULONG_PTR>(keyword.c_str()));
+}
 
 bool WindowsSystem::OpenDocument(std::string_view pathOrAddress) { return OpenWithDesktop(pathOrAddress); }
 

@@ -27,6 +27,8 @@ public:
                               std::uint32_t winIni) override;
     void EnableShutdownPrivilege() override;
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
+    void RunProgram(std::string_view commandLine, int showCommand) override;
+    void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     [[nodiscard]] int ColourDepth() const override;
 };

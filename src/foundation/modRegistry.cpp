@@ -3,6 +3,7 @@
 #include "foundation/TextEncoding.h"
 
 #include <array>
+#include <optional>
 
 namespace glyphmoor {
 
@@ -72,6 +73,22 @@ RegHandle Open(RegistryStore& store, std::string_view path, RegAccess access) {
     return handle;
 }
 
+// Opens the key for reading, reads one value and closes the key; nothing when
+// either fails.
+std::optional<RegValue> ReadValue(RegistryStore& store, std::string_view path, std::string_view name) {
+    const RegHandle handle = Open(store, path, RegAccess::Read);
+    if (handle == kNoHandle) {
+        return std::nullopt;
+    }
+    RegValue value;
+    const long rc = store.QueryValue(handle, name, value);
+    store.CloseKey(handle);
+    if (rc != kErrorSuccess) {
+        return std::nullopt;
+    }
+    return value;
+}
+
 // Opens the key for writing, creating it when it cannot be opened, and hands
 // it to write. The key is created at most once: a key that can neither be
 // opened nor created is given up silently.
@@ -137,23 +154,17 @@ std::string SplitRegPath(std::string& path, RootKey& root) {
 }
 
 std::string GetRegString(RegistryStore& store, std::string_view path, std::string_view name) {
-    const RegHandle handle = Open(store, path, RegAccess::Read);
-    if (handle == kNoHandle) {
+    const auto value = ReadValue(store, path, name);
+    if (!value) {
         return std::string(kRegError);
     }
-    RegValue value;
-    const long rc = store.QueryValue(handle, name, value);
-    store.CloseKey(handle);
-    if (rc != kErrorSuccess) {
-        return std::string(kRegError);
-    }
-    std::u32string data = AnsiData(value);
+    std::u32string data = AnsiData(*value);
     if (data.size() > kTextCapacity) {
         return std::string(kRegError);  // ERROR_MORE_DATA: 255 bytes or more with the NUL
     }
     // The buffer starts as blanks; the text lands in it without its terminating
     // NUL, so blanks at either end of the stored text are trimmed with the padding.
-    if (IsStringType(value.type) && !data.empty() && data.back() == U'\0') {
+    if (IsStringType(value->type) && !data.empty() && data.back() == U'\0') {
         data.pop_back();
     }
     std::u32string buffer(kTextCapacity, U' ');
@@ -169,17 +180,11 @@ void SetRegString(RegistryStore& store, std::string_view path, std::string_view 
 }
 
 std::int32_t GetRegDword(RegistryStore& store, std::string_view path, std::string_view name) {
-    const RegHandle handle = Open(store, path, RegAccess::Read);
-    if (handle == kNoHandle) {
+    const auto value = ReadValue(store, path, name);
+    if (!value) {
         return kRegDwordUnreadable;
     }
-    RegValue value;
-    const long rc = store.QueryValue(handle, name, value);
-    store.CloseKey(handle);
-    if (rc != kErrorSuccess) {
-        return kRegDwordUnreadable;
-    }
-    const std::u32string data = AnsiData(value);
+    const std::u32string data = AnsiData(*value);
     if (data.size() > kDwordCapacity) {
         return kRegDwordUnreadable;
     }
@@ -201,19 +206,13 @@ void SetRegDword(RegistryStore& store, std::string_view path, std::string_view n
 }
 
 std::string GetRegBinary(RegistryStore& store, std::string_view path, std::string_view name) {
-    const RegHandle handle = Open(store, path, RegAccess::Read);
-    if (handle == kNoHandle) {
-        return std::string(kRegError);
-    }
     // Windows needs two queries here, one to learn the size and one to read;
     // the store hands the whole value over at once.
-    RegValue value;
-    const long rc = store.QueryValue(handle, name, value);
-    store.CloseKey(handle);
-    if (rc != kErrorSuccess) {
+    const auto value = ReadValue(store, path, name);
+    if (!value) {
         return std::string(kRegError);
     }
-    return CodePointsToUtf8(AnsiData(value));
+    return CodePointsToUtf8(AnsiData(*value));
 }
 
 void SetRegBinary(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {

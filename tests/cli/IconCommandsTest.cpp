@@ -1,4 +1,4 @@
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "foundation/DefaultMachine.h"
 #include "support/TempMachine.h"
 
@@ -10,18 +10,7 @@
 namespace glyphmoor::test {
 namespace {
 
-struct CliRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliRun RunIcons(std::vector<std::string> args) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = RunCli(args, out, err);
-    return {status, out.str(), err.str()};
-}
+CliRun RunIcons(const std::vector<std::string>& args) { return RunCliCaptured(args); }
 
 std::vector<std::vector<std::string>> Fields(const std::string& text) {
     std::vector<std::vector<std::string>> lines;

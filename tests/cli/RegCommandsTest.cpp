@@ -1,4 +1,4 @@
-#include "cli/Cli.h"
+#include "CliRun.h"
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
@@ -7,19 +7,6 @@
 namespace glyphmoor::test {
 namespace {
 
-struct CliRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const TempMachine& machine, std::vector<std::string> args) {
-    args.insert(args.begin(), {"--machine", machine.Dir().string()});
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = RunCli(args, out, err);
-    return {status, out.str(), err.str()};
-}
 
 constexpr const char* kKey = "HKEY_CURRENT_USER\\Software\\Cli";
 

@@ -1,7 +1,7 @@
 // The window on a fresh default machine: pages, the Change Icon dialog,
 // renaming, restoring, applying and closing, with the machine's registry
 // read back from its files afterwards. Screenshots of the pages go to
-// $GLYPHMOOR_SCREENSHOTS when it is set.
+// $GLYPHMOOR_SCREENSHOT_DIR when it is set.
 #include "foundation/DefaultMachine.h"
 #include "foundation/modRegistry.h"
 #include "iconfiles/IconImage.h"
@@ -132,7 +132,7 @@ private:
         QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
     }
     void Screenshot(const QString& name, QWidget* of = nullptr) {
-        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOTS");
+        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
         if (!dir.isEmpty()) {
             std::filesystem::create_directories(dir.toStdString());
             QVERIFY((of != nullptr ? of : m_window.get())
