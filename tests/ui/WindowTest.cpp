@@ -10,6 +10,7 @@
 #include "support/TempMachine.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 #include "ui/changeicon/frmChangeIcon.h"
+#include "ui/core/ScriptedPrompt.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 
@@ -35,23 +36,8 @@ namespace {
 
 constexpr const char* kShellIcons =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
+constexpr const char* kWindowMetrics = "HKEY_CURRENT_USER\\Control Panel\\desktop\\WindowMetrics";
 constexpr const char* kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
-
-// Answers the window's questions from a list and keeps what was asked.
-class ScriptedPrompt final : public UserPrompt {
-public:
-    int Ask(std::string_view text, const std::vector<std::string>& /*buttons*/, AskIcon /*icon*/) override {
-        asked.emplace_back(text);
-        if (answers.empty()) {
-            return -1;
-        }
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::deque<int> answers;
-    std::vector<std::string> asked;
-};
 
 // Runs `step` on the modal dialog of type T as soon as it is shown.
 template <typename T, typename Step>
@@ -148,14 +134,14 @@ private slots:
         auto machine = OpenMachineFolder(MachineDir());
         QVERIFY(machine.ok());
         m_machine = std::move(*machine);
-        m_prompt = std::make_unique<ScriptedPrompt>();
+        m_prompt = std::make_unique<ScriptedPrompt>(m_machine->Sys(), "Glyphmoor.hlp");
         m_window = std::make_unique<Main>(*m_machine, StartRequest{}, m_prompt.get());
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
     void cleanup() {
-        m_prompt->answers = {1};  // "No" to the close question
+        m_prompt->Answer({PromptAnswer::Press(1)});  // "No" to the close question
         m_window.reset();
         m_machine.reset();
         m_dir.reset();
@@ -273,6 +259,11 @@ private slots:
         Apply();
         QCOMPARE(Stored(kShellIcons, "24"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
         QCOMPARE(Stored(std::string(kChangeIconsPath), "0"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll"));
+        // The icon cache was rebuilt after the apply, and the shell-notified notice shown.
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("32"));
+        QVERIFY(
+            m_prompt->Shown().back().text.starts_with("Glyphmoor has notified Windows 98 of your changes."));
+        QVERIFY(!m_window->State().rebuildPending);
         Screenshot(QStringLiteral("changed-run"));
     }
 
@@ -297,7 +288,8 @@ private slots:
             name->clear();
             QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
             QVERIFY(dialog->isVisible());
-            QCOMPARE(m_prompt->asked.back(), std::string("You must provide a name for your system icon."));
+            QCOMPARE(m_prompt->Shown().back().text,
+                     std::string("You must provide a name for your system icon."));
             QTest::keyClicks(name, QStringLiteral("Trash"));
             QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
         });
@@ -335,6 +327,8 @@ private slots:
         Apply();
         QCOMPARE(Stored("HKEY_CURRENT_USER\\Control Panel\\Cursors", "Wait"),
                  std::string("C:\\WINDOWS\\Cursors\\Help.cur"));
+        // A pointer alone does not rebuild the icon cache.
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("Error"));
     }
 
     void restoreAllIconsAsksThenClearsTheTheme() {
@@ -351,12 +345,12 @@ private slots:
         QCOMPARE(file, QStringList({"mnuFile(0)", "-", "mnuFile(2)", "mnuFile(3)", "-", "RecentTheme 1", "-",
                                     "mnuFile(5)"}));
         QVERIFY(!Control<QAction>("RecentTheme 1")->isEnabled());
-        m_prompt->answers = {0};  // Cancel
+        m_prompt->Answer({PromptAnswer::Press(0)});  // Cancel
         Control<QAction>("mnuTools(1)")->trigger();
         QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
-        m_prompt->answers = {1};  // OK
+        m_prompt->Answer({PromptAnswer::Press(1)});  // OK
         Control<QAction>("mnuTools(1)")->trigger();
-        QCOMPARE(m_prompt->asked.back(),
+        QCOMPARE(m_prompt->Shown().back().text,
                  std::string("Restoring all your Windows 98 system icons will return them to "
                              "Microsoft setup defaults.\n\nAre you sure you want to continue?"));
         QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor"));
@@ -402,7 +396,9 @@ private slots:
         QTest::mouseClick(Control<QPushButton>("cmdDefault"), Qt::LeftButton);
         QTest::mouseClick(Control<QPushButton>("cmdOK"), Qt::LeftButton);
         QVERIFY(!m_window->isVisible());
-        QVERIFY(m_prompt->asked.empty());
+        for (const PromptRequest& shown : m_prompt->Shown()) {
+            QVERIFY(shown.text != kSaveChangesQuestion);
+        }
         QCOMPARE(Stored(kShellIcons, "5"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
     }
 
@@ -420,9 +416,10 @@ private slots:
         QFETCH(QString, stored);
         m_window->ShowPage(Page::IconsAndCursors, 1);
         ChangeIcon(m_window->Catalogue(), m_window->State(), 2, 0, {"C:\\x.ico", 0});
-        m_prompt->answers = {answer};
+        m_prompt->Answer({PromptAnswer::Press(answer)});
         m_window->close();
-        QCOMPARE(m_prompt->asked.back(), std::string("Would you like to save your changes before closing?"));
+        QCOMPARE(m_prompt->Shown().front().text,
+                 std::string("Would you like to save your changes before closing?"));
         QCOMPARE(!m_window->isVisible(), closed);
         QCOMPARE(QString::fromStdString(Stored(kShellIcons, "19")), stored);
         if (closed) {

@@ -27,16 +27,15 @@ QPixmap Blank() {
 
 }  // namespace
 
-IconsPage::IconsPage(Machine& machine, const AppEnvironment& app, IconCatalogue& catalogue, AppState& state,
-                     IconNameMarks& names, UserPrompt& prompt, QWidget* parent)
+IconsPage::IconsPage(MsgContext messages, const Environment* machine, IconCatalogue& catalogue,
+                     IconNameMarks& names, QWidget* parent)
     : QWidget(parent),
+      m_messages(messages),
       m_machine(machine),
-      m_app(app),
       m_catalogue(catalogue),
-      m_state(state),
+      m_state(messages.state),
       m_names(names),
-      m_prompt(prompt),
-      m_pictures(app.machine) {
+      m_pictures(machine) {
     setObjectName(QStringLiteral("picContSub1"));
     m_tabIcons = new QTabBar(this);
     m_tabIcons->setObjectName(QStringLiteral("tabIcons"));
@@ -187,8 +186,8 @@ void IconsPage::ChangeSelected() {
         }
         chosen = {*file, 0};
     } else {
-        const IconLocation start = StartingLocation(entry, m_app.sysDir);
-        frmChangeIcon dialog(m_machine.Registry(), m_app.machine, window());
+        const IconLocation start = StartingLocation(entry, m_messages.app.sysDir);
+        frmChangeIcon dialog(m_messages.registry, m_machine, window());
         std::string file = start.file;
         int index = start.index;
         if (!dialog.Open(file, index)) {
@@ -215,7 +214,7 @@ void IconsPage::RenameSelected() {
     if (!position || !IsRenamable(m_catalogue.Group(ActiveGroup()).At(*position))) {
         return;
     }
-    frmRename dialog(m_catalogue, m_state, m_names, m_prompt, ActiveGroup(), *position, window());
+    frmRename dialog(m_catalogue, m_messages, m_names, ActiveGroup(), *position, window());
     dialog.exec();
     if (dialog.Renamed()) {
         FillList(ActiveGroup());
@@ -224,7 +223,7 @@ void IconsPage::RenameSelected() {
 }
 
 std::optional<std::string> IconsPage::PickCursorWithDialog(const std::string& current) {
-    const QString start = QString::fromStdString(HostFileOf(m_app.machine, current).string());
+    const QString start = QString::fromStdString(HostFileOf(m_machine, current).string());
     const QString chosen = QFileDialog::getOpenFileName(
         window(), QString::fromUtf8(kBrowseCursorsTitle.data()), start,
         QStringLiteral("Cursor Files (*.cur *.ani);;Standard Cursors (*.cur);;Animated Cursors (*.ani)"));
@@ -232,7 +231,7 @@ std::optional<std::string> IconsPage::PickCursorWithDialog(const std::string& cu
         return std::nullopt;
     }
     const std::filesystem::path host(chosen.toStdString());
-    return m_app.machine != nullptr ? m_app.machine->WindowsPath(host) : host.string();
+    return m_machine != nullptr ? m_machine->WindowsPath(host) : host.string();
 }
 
 }  // namespace glyphmoor

@@ -8,10 +8,10 @@
 
 #include "foundation/AppEnvironment.h"
 #include "foundation/AppState.h"
-#include "foundation/Machine.h"
+
 #include "icons/IconEditing.h"
+#include "ui/core/modMsgbox.h"
 #include "ui/icons/IconPictures.h"
-#include "ui/main/UserPrompt.h"
 
 #include <QWidget>
 
@@ -31,8 +31,9 @@ namespace glyphmoor {
 class IconsPage final : public QWidget {
     Q_OBJECT
 public:
-    IconsPage(Machine& machine, const AppEnvironment& app, IconCatalogue& catalogue, AppState& state,
-              IconNameMarks& names, UserPrompt& prompt, QWidget* parent = nullptr);
+    // `messages` reaches the machine's registry, the program-wide state and the prompt.
+    IconsPage(MsgContext messages, const Environment* machine, IconCatalogue& catalogue, IconNameMarks& names,
+              QWidget* parent = nullptr);
 
     // Builds the catalogue, pointers included, the first time the page is shown.
     void EnsureLoaded();
@@ -68,12 +69,11 @@ private:
     [[nodiscard]] std::optional<std::size_t> SelectedPosition() const;
     std::optional<std::string> PickCursorWithDialog(const std::string& current);
 
-    Machine& m_machine;
-    const AppEnvironment& m_app;
+    MsgContext m_messages;
+    const Environment* m_machine;
     IconCatalogue& m_catalogue;
     AppState& m_state;
     IconNameMarks& m_names;
-    UserPrompt& m_prompt;
     IconPictureCache m_pictures;
     QTabBar* m_tabIcons;
     QStackedWidget* m_stack;

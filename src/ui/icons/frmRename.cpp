@@ -8,13 +8,12 @@
 
 namespace glyphmoor {
 
-frmRename::frmRename(IconCatalogue& catalogue, AppState& state, IconNameMarks& names, UserPrompt& prompt,
-                     int groupNumber, std::size_t position, QWidget* parent)
+frmRename::frmRename(IconCatalogue& catalogue, MsgContext& messages, IconNameMarks& names, int groupNumber,
+                     std::size_t position, QWidget* parent)
     : QDialog(parent),
       m_catalogue(catalogue),
-      m_state(state),
+      m_messages(messages),
       m_names(names),
-      m_prompt(prompt),
       m_group(groupNumber),
       m_position(position) {
     setObjectName(QStringLiteral("frmRename"));
@@ -52,9 +51,9 @@ frmRename::frmRename(IconCatalogue& catalogue, AppState& state, IconNameMarks& n
 
 void frmRename::accept() {
     const std::string name = m_txtName->text().toStdString();
-    switch (RenameIcon(m_catalogue, m_state, m_names, m_group, m_position, name)) {
+    switch (RenameIcon(m_catalogue, m_messages.state, m_names, m_group, m_position, name)) {
         case RenameOutcome::EmptyName:
-            m_prompt.Ask(kRenameEmptyNameText, {"OK"}, AskIcon::Exclamation);
+            MsgNameRequired(m_messages);
             return;
         case RenameOutcome::Unchanged:
             break;

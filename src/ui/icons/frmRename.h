@@ -2,7 +2,7 @@
 #pragma once
 
 #include "icons/IconEditing.h"
-#include "ui/main/UserPrompt.h"
+#include "ui/core/modMsgbox.h"
 
 #include <QDialog>
 
@@ -15,10 +15,10 @@ namespace glyphmoor {
 class frmRename final : public QDialog {  // NOLINT(readability-identifier-naming)
     Q_OBJECT
 public:
-    // Renames the entry at `position` of group `groupNumber` on OK; the prompt
-    // says when the name is empty.
-    frmRename(IconCatalogue& catalogue, AppState& state, IconNameMarks& names, UserPrompt& prompt,
-              int groupNumber, std::size_t position, QWidget* parent = nullptr);
+    // Renames the entry at `position` of group `groupNumber` on OK; the
+    // program's message says when the name is empty.
+    frmRename(IconCatalogue& catalogue, MsgContext& messages, IconNameMarks& names, int groupNumber,
+              std::size_t position, QWidget* parent = nullptr);
 
     // Whether OK renamed the entry.
     [[nodiscard]] bool Renamed() const { return m_renamed; }
@@ -28,9 +28,8 @@ protected:
 
 private:
     IconCatalogue& m_catalogue;
-    AppState& m_state;
+    MsgContext& m_messages;
     IconNameMarks& m_names;
-    UserPrompt& m_prompt;
     int m_group;
     std::size_t m_position;
     bool m_renamed = false;

@@ -1,6 +1,9 @@
 #include "ui/main/Main.h"
 
 #include "foundation/RecentThemes.h"
+#include "icons/IconCacheRebuild.h"
+#include "ui/prompt/frmPrompt.h"
+
 #include "ui/icons/IconsPage.h"
 #include "ui/main/WindowPictures.h"
 
@@ -54,11 +57,12 @@ const std::array<PageGroup, 4>& PageGroups() {
 
 }  // namespace
 
-Main::Main(Machine& machine, const StartRequest& request, UserPrompt* prompt)
+Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
     : m_machine(machine),
       m_app(InitEnvironment(machine.Env())),
       m_catalogue(machine.Registry(), m_app),
-      m_ownPrompt(prompt == nullptr ? std::make_unique<MessageBoxPrompt>(this) : nullptr),
+      m_ownPrompt(prompt == nullptr ? std::make_unique<WindowPrompt>(machine.Sys(), m_app.helpFile, this)
+                                    : nullptr),
       m_prompt(prompt == nullptr ? m_ownPrompt.get() : prompt) {
     setObjectName(QStringLiteral("Main"));
     setWindowIcon(WindowPicture(Picture::Desktop, 32));
@@ -67,7 +71,7 @@ Main::Main(Machine& machine, const StartRequest& request, UserPrompt* prompt)
     m_pages->addWidget(UnavailablePage(
         "picContMain", "tabThemes", {QStringLiteral("Themes")},
         {QStringLiteral("lvThemes"), QStringLiteral("cmdOpen"), QStringLiteral("cmdRefresh")}));
-    m_icons = new IconsPage(m_machine, m_app, m_catalogue, m_state, m_names, *m_prompt, m_pages);
+    m_icons = new IconsPage(Messages(), m_app.machine, m_catalogue, m_names, m_pages);
     m_pages->addWidget(m_icons);
     m_pages->addWidget(UnavailablePage("picContSub2", "tabFolders", {QStringLiteral("Folders")},
                                        {QStringLiteral("tvExplorer")}));
@@ -225,30 +229,59 @@ void Main::PendingChanged() {
     RefreshCaption();
 }
 
+MsgContext Main::Messages() {
+    return {*m_prompt, m_machine.Registry(), m_machine.Sys(), m_app, m_state};
+}
+
 void Main::RefreshCaption() {
     setWindowTitle(QString::fromStdString(m_state.caption));
 }
 
 void Main::ApplyChanges() {
-    // The order is fixed: a loaded theme marks every icon group, then the
-    // icons are written; the tweaks, boot options, start-up lists and the
-    // icon-cache rebuild follow when their parts of the program are built in.
+    // The order is fixed: a loaded theme marks every icon group, the icons
+    // are written, (the tweaks, boot options and start-up lists follow here
+    // when their parts of the program are built in), then the icon cache is
+    // rebuilt and a needed restart is offered.
     ApplyIconChanges(m_catalogue, m_machine.Registry(), m_machine.Sys(), m_state, m_names);
+    if (m_state.rebuildPending) {
+        RebuildIcons();
+    }
+    if (m_state.restartNeeded) {
+        MsgContext messages = Messages();
+        PromptRestart(messages);
+    }
     const Status saved = m_machine.Save();
     if (!saved.ok()) {
-        m_prompt->Ask("Glyphmoor could not write the changes to the machine: " + saved.reason(), {"OK"},
-                      AskIcon::Stop);
+        m_prompt->SetPromptText("Glyphmoor could not write the changes to the machine:\n\n" + saved.reason());
+        m_prompt->ShowPrompt("", "", "OK", static_cast<std::int16_t>(PromptIcon::Stop), 0, "");
         m_state.applyEnabled = true;
     }
     PendingChanged();
 }
 
+void Main::RebuildIcons() {
+    MsgContext messages = Messages();
+    RebuildHooks hooks;
+    hooks.desktopUpdateShell = [this] {
+        if (!m_catalogue.Detected()) {
+            m_catalogue.DetectShellIcons(true);
+        }
+        return m_catalogue.State().newShell;
+    };
+    hooks.refreshIconLists = [this] {
+        if (m_catalogue.Built()) {
+            m_icons->RefreshAll();
+        }
+    };
+    RebuildIconCache(messages, hooks);
+    static_cast<void>(m_machine.Save());
+}
+
 void Main::closeEvent(QCloseEvent* event) {
+    MsgContext messages = Messages();
     std::optional<int> answer;
     if (AsksBeforeClosing(m_state)) {
-        const std::vector<std::string> buttons(kSaveChangesButtons.begin(), kSaveChangesButtons.end());
-        const int pressed = m_prompt->Ask(kSaveChangesQuestion, buttons, AskIcon::Question);
-        answer = pressed < 0 ? 0 : pressed;
+        answer = MsgSaveBeforeClosing(messages);
     }
     switch (CloseActionFor(m_state, answer)) {
         case CloseAction::Cancel:
@@ -260,7 +293,9 @@ void Main::closeEvent(QCloseEvent* event) {
         case CloseAction::Close:
             break;
     }
-    Unload(m_machine.Registry(), m_state, {x(), y()});
+    if (Unload(m_machine.Registry(), m_state, {x(), y()}).showNextStartNotice) {
+        ShowNextStartNotice(messages);
+    }
     static_cast<void>(m_machine.Save());
     event->accept();
 }

@@ -11,7 +11,8 @@
 #include "foundation/Machine.h"
 #include "foundation/Startup.h"
 #include "icons/IconEditing.h"
-#include "ui/main/UserPrompt.h"
+#include "ui/core/Prompt.h"
+#include "ui/core/modMsgbox.h"
 
 #include <QMainWindow>
 
@@ -35,8 +36,8 @@ class IconsPage;
 class Main final : public QMainWindow {
     Q_OBJECT
 public:
-    // `prompt` answers the window's questions; null: message boxes.
-    Main(Machine& machine, const StartRequest& request, UserPrompt* prompt = nullptr);
+    // `prompt` answers the window's questions; null: the program's message dialog.
+    Main(Machine& machine, const StartRequest& request, Prompt* prompt = nullptr);
     ~Main() override;
 
     // Shows a page; for "Icons & Cursors" `item` 0 to 6 picks the group, for
@@ -55,6 +56,8 @@ public:
 
     // "&Apply": writes what is staged, in the program's fixed order.
     void ApplyChanges();
+    // Makes the shell reload its icons ("&Rebuild Icon Cache").
+    void RebuildIcons();
 
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
@@ -76,6 +79,7 @@ private:
     QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,
                              const QStringList& controls);
     void PendingChanged();
+    MsgContext Messages();
     void RefreshCaption();
 
     Machine& m_machine;
@@ -83,8 +87,8 @@ private:
     AppState m_state;
     IconCatalogue m_catalogue;
     IconNameMarks m_names;
-    std::unique_ptr<UserPrompt> m_ownPrompt;
-    UserPrompt* m_prompt;
+    std::unique_ptr<Prompt> m_ownPrompt;
+    Prompt* m_prompt;
 
     QToolBar* m_tbMain = nullptr;
     QTreeWidget* m_vMenu = nullptr;

@@ -94,8 +94,8 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuTools(4)",
-                            "mnuFav(0)", "mnuHelp(4)"}) {
+    for (const char* key :
+         {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)", "mnuHelp(4)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -242,7 +242,8 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 9> commands = {{
+    static const std::array<Command, 10> commands = {{
+        {"mnuTools(4)", [](Main& w) { w.RebuildIcons(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
         {"mnuTools(2)", [](Main& w) { w.RestoreAllCommand(true); }},
@@ -277,9 +278,8 @@ void Main::OpenAddress(std::string_view address) {
 }
 
 void Main::RestoreAllCommand(bool cursors) {
-    const std::vector<std::string> buttons(kRestoreAllButtons.begin(), kRestoreAllButtons.end());
-    if (m_prompt->Ask(RestoreAllQuestion(m_app.windowsName, cursors), buttons, AskIcon::Question) !=
-        kRestoreAllOk) {
+    MsgContext messages = Messages();
+    if ((cursors ? MsgConfirmRestorePointers(messages) : MsgConfirmRestoreIcons(messages)) != kRestoreAllOk) {
         return;
     }
     m_icons->EnsureLoaded();
