@@ -5,6 +5,8 @@
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
 #include "icons/IconEditing.h"
+#include "ui/core/SilentPrompt.h"
+#include "ui/core/modMsgbox.h"
 
 #include <array>
 #include <charconv>
@@ -217,8 +219,11 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
     }
     IconSession s(*machine, cursors);
     if (!yes) {
-        c.err << RestoreAllQuestion(s.app.windowsName, cursors)
-              << "\n\nglyphmoor-cli: give --yes to continue\n";
+        // The window's question, answered as "/a" answers it (Cancel), and shown here.
+        SilentPrompt prompt(machine->Sys(), s.app.helpFile);
+        MsgContext messages{prompt, machine->Registry(), machine->Sys(), s.app, s.state};
+        static_cast<void>(cursors ? MsgConfirmRestorePointers(messages) : MsgConfirmRestoreIcons(messages));
+        c.err << prompt.Answered().back() << "\n\nglyphmoor-cli: give --yes to continue\n";
         return kExitFailed;
     }
     RestoreAll(s.catalogue, machine->Registry(), s.state, cursors);

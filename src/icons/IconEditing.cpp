@@ -227,15 +227,6 @@ RenameOutcome RenameIcon(IconCatalogue& catalogue, AppState& state, IconNameMark
     return RenameOutcome::Renamed;
 }
 
-std::string RestoreAllQuestion(std::string_view windowsName, bool cursors) {
-    std::string text = "Restoring all your ";
-    text += windowsName;
-    text += cursors ? " pointers will return them to Microsoft setup defaults."
-                    : " system icons will return them to Microsoft setup defaults.";
-    text += "\n\nAre you sure you want to continue?";
-    return text;
-}
-
 void RestoreAll(IconCatalogue& catalogue, RegistryStore& registry, AppState& state, bool cursors) {
     if (cursors && !catalogue.CursorsBuilt()) {
         catalogue.BuildCursorCatalogue();

@@ -115,10 +115,8 @@ enum class RenameOutcome {
 RenameOutcome RenameIcon(IconCatalogue& catalogue, AppState& state, IconNameMarks& names, int groupNumber,
                          std::size_t position, std::string_view newName);
 
-// The confirmation asked before restoring all icons or all pointers, with its
-// buttons in the prompt's order (Cancel is 0, OK is 1).
-std::string RestoreAllQuestion(std::string_view windowsName, bool cursors);
-inline constexpr std::array<std::string_view, 2> kRestoreAllButtons = {"Cancel", "OK"};
+// The answer to the confirmation asked before restoring all icons or all
+// pointers (MsgConfirmRestoreIcons, MsgConfirmRestorePointers) that goes ahead.
 inline constexpr int kRestoreAllOk = 1;
 
 // Stages every default of groups 1 to 6 (icons) or of group 7 (pointers,

@@ -356,14 +356,5 @@ TEST(RestoreAll, IconsOrPointersAndThenEveryGroupIsWritten) {
     }
 }
 
-TEST(RestoreAll, TheQuestionNamesWindowsAndWhatIsRestored) {
-    EXPECT_EQ(RestoreAllQuestion("Windows 98", false),
-              "Restoring all your Windows 98 system icons will return them to Microsoft setup defaults.\n\n"
-              "Are you sure you want to continue?");
-    EXPECT_EQ(RestoreAllQuestion("Windows NT", true),
-              "Restoring all your Windows NT pointers will return them to Microsoft setup defaults.\n\n"
-              "Are you sure you want to continue?");
-}
-
 }  // namespace
 }  // namespace glyphmoor::test
