@@ -89,15 +89,20 @@ IconsPage::IconsPage(MsgContext messages, const Environment* machine, IconCatalo
 }
 
 void IconsPage::EnsureLoaded() {
+    bool built = false;
     if (!m_catalogue.Built()) {
         m_catalogue.DetectShellIcons();
         m_state.iconsLoaded = true;
+        built = true;
     }
     if (!m_catalogue.CursorsBuilt()) {
         m_catalogue.BuildCursorCatalogue();
         m_state.cursorsLoaded = true;
+        built = true;
     }
-    RefreshAll();
+    if (built) {
+        RefreshAll();
+    }
 }
 
 void IconsPage::RefreshAll() {
