@@ -1,6 +1,12 @@
 #include "cli/IconCommands.h"
 
 #include "foundation/AppEnvironment.h"
+#include "foundation/AppState.h"
+#include "foundation/RecentThemes.h"
+#include "foundation/TextEncoding.h"
+#include "icons/IconEditing.h"
+#include "ui/core/SilentPrompt.h"
+#include "ui/core/modMsgbox.h"
 
 #include <array>
 #include <charconv>
@@ -11,8 +17,26 @@ namespace glyphmoor {
 namespace {
 
 int Icons(CliContext& c, CommandArgs a);
+int IconsSet(CliContext& c, CommandArgs a);
+int IconsRestore(CliContext& c, CommandArgs a);
+int IconsRename(CliContext& c, CommandArgs a);
+int IconsRestoreAll(CliContext& c, CommandArgs a);
 
-constexpr std::array<CliCommand, 1> kCommands = {{
+// The two-word commands come first: the command finder takes the first name
+// that matches, and "icons" alone would match them all.
+constexpr std::array<CliCommand, 5> kCommands = {{
+    {"icons set", "GROUP NAME LOCATION",
+     "gives the entry NAME of GROUP (a number or a group name) the icon LOCATION (file,index; a pointer "
+     "file for Cursors) and applies it",
+     IconsSet},
+    {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", IconsRestore},
+    {"icons rename", "GROUP NAME NEWNAME",
+     "renames a desktop object or a special folder (the Recycle Bin's two entries together) and applies it",
+     IconsRename},
+    {"icons restore-all", "[--cursors] [--yes]",
+     "puts every icon (or with --cursors every pointer) back to its default and applies them; asks for "
+     "--yes first",
+     IconsRestoreAll},
     {"icons", "[--group N]",
      "prints the icon catalogue, an entry a line: group, display name, catalogue name, current file, "
      "current index, default file, default index",
@@ -29,16 +53,201 @@ std::optional<int> ParseGroup(std::string_view text) {
     return number;
 }
 
+// The group of a GROUP argument: its number or its name ("Desktop Icons").
+std::optional<int> GroupArgument(std::string_view text) {
+    if (auto number = ParseGroup(text)) {
+        return number;
+    }
+    for (int number = 1; number <= kIconGroupCount; ++number) {
+        if (EqualsNoCase(kGroupNames.at(static_cast<std::size_t>(number - 1)), text)) {
+            return number;
+        }
+    }
+    return std::nullopt;
+}
+
+// One staging command's machine, catalogue and state; the groups it needs are built.
+struct IconSession {
+    Machine& machine;
+    AppEnvironment app;
+    IconCatalogue catalogue;
+    AppState state;
+    IconNameMarks names;
+
+    IconSession(Machine& m, bool cursors)
+        : machine(m), app(InitEnvironment(m.Env())), catalogue(m.Registry(), app) {
+        catalogue.DetectShellIcons();
+        if (cursors) {
+            catalogue.BuildCursorCatalogue();
+        }
+        // The current theme stays what it is: Apply writes it back last.
+        const std::string current = ReadCurrentTheme(m.Registry());
+        if (current.size() > 1 && current[1] == ':') {
+            state.currentTheme = current;
+        }
+    }
+
+    // Applies what was staged and writes the machine back.
+    bool ApplyAndSave(CliContext& c) {
+        ApplyIconChanges(catalogue, machine.Registry(), machine.Sys(), state, names);
+        return c.SaveMachine();
+    }
+};
+
+// Finds GROUP and NAME; says why on the error stream when either is unknown.
+std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession& s,
+                                                     std::string_view groupText, std::string_view name) {
+    const auto group = GroupArgument(groupText);
+    if (!group) {
+        c.err << "glyphmoor-cli: no icon group '" << groupText << "'; give 1 to " << kIconGroupCount
+              << " or a group's name\n";
+        return std::nullopt;
+    }
+    const IconGroup& list = s.catalogue.Group(*group);
+    for (std::size_t i = 0; i < list.Count(); ++i) {
+        if (EqualsNoCase(list.KeyAt(i), name)) {
+            return std::make_pair(*group, i);
+        }
+    }
+    c.err << "glyphmoor-cli: the group '" << list.Name() << "' has no entry '" << name
+          << "' on this machine\n";
+    return std::nullopt;
+}
+
+void PrintEntry(CliContext& c, const IconGroup& group, const SystemIconEntry& e) {
+    c.out << group.Number() << '\t' << e.displayName << '\t' << e.catalogueName << '\t' << e.currentFile
+          << '\t' << e.currentIndex << '\t' << e.defaultFile << '\t' << e.defaultIndex << '\n';
+}
+
+// Runs one staging step on one entry; applies and saves when it changed something.
+template <typename Step>
+int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
+    Machine* machine = c.OpenMachine();
+    if (machine == nullptr) {
+        return kExitFailed;
+    }
+    const auto group = GroupArgument(groupText);
+    IconSession s(*machine, group && *group == static_cast<int>(GroupNumber::Cursors));
+    const auto found = FindEntry(c, s, groupText, name);
+    if (!found) {
+        return kExitFailed;
+    }
+    const auto [number, position] = *found;
+    if (!step(s, number, position)) {
+        c.err << "glyphmoor-cli: nothing to change\n";
+        return kExitOk;
+    }
+    if (!s.ApplyAndSave(c)) {
+        return kExitFailed;
+    }
+    const IconGroup& list = s.catalogue.Group(number);
+    const std::string_view key = list.KeyAt(position);
+    for (const SystemIconEntry& e : list.Entries()) {
+        if (e.Key() == key || (number == static_cast<int>(GroupNumber::DesktopIcons) &&
+                               key.starts_with("Recycle Bin") && e.Key().starts_with("Recycle Bin"))) {
+            PrintEntry(c, list, e);
+        }
+    }
+    return kExitOk;
+}
+
+int IconsSet(CliContext& c, CommandArgs a) {
+    if (a.size() != 3) {
+        return UsageError(c, kCommands[0]);
+    }
+    const auto location = SplitIconLocation(a[2]);
+    if (!location || location->file.empty()) {
+        c.err << "glyphmoor-cli: '" << a[2] << "' is not an icon location (file,index)\n";
+        return kExitUsage;
+    }
+    return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
+        return ChangeIcon(s.catalogue, s.state, number, position, *location);
+    });
+}
+
+int IconsRestore(CliContext& c, CommandArgs a) {
+    if (a.size() != 2) {
+        return UsageError(c, kCommands[1]);
+    }
+    return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
+        const std::string label = PathLabelText(number, s.catalogue.Group(number).At(position));
+        return RestoreIcon(s.catalogue, s.state, number, position, label);
+    });
+}
+
+int IconsRename(CliContext& c, CommandArgs a) {
+    if (a.size() != 3) {
+        return UsageError(c, kCommands[2]);
+    }
+    bool notRenamable = false;
+    bool emptyName = false;
+    const int status = OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
+        if (!IsRenamable(s.catalogue.Group(number).At(position))) {
+            notRenamable = true;
+            return false;
+        }
+        const RenameOutcome outcome = RenameIcon(s.catalogue, s.state, s.names, number, position, a[2]);
+        emptyName = outcome == RenameOutcome::EmptyName;
+        return outcome == RenameOutcome::Renamed;
+    });
+    if (notRenamable) {
+        c.err << "glyphmoor-cli: '" << a[1] << "' cannot be renamed\n";
+        return kExitFailed;
+    }
+    if (emptyName) {
+        c.err << "glyphmoor-cli: " << kRenameEmptyNameText << '\n';
+        return kExitUsage;
+    }
+    return status;
+}
+
+int IconsRestoreAll(CliContext& c, CommandArgs a) {
+    bool cursors = false;
+    bool yes = false;
+    for (const std::string& arg : a) {
+        if (arg == "--cursors") {
+            cursors = true;
+        } else if (arg == "--yes") {
+            yes = true;
+        } else {
+            return UsageError(c, kCommands[3]);
+        }
+    }
+    Machine* machine = c.OpenMachine();
+    if (machine == nullptr) {
+        return kExitFailed;
+    }
+    IconSession s(*machine, cursors);
+    if (!yes) {
+        // The window's question, answered as "/a" answers it (Cancel), and shown here.
+        SilentPrompt prompt(machine->Sys(), s.app.helpFile);
+        MsgContext messages{prompt, machine->Registry(), machine->Sys(), s.app, s.state};
+        static_cast<void>(cursors ? MsgConfirmRestorePointers(messages) : MsgConfirmRestoreIcons(messages));
+        c.err << prompt.Answered().back() << "\n\nglyphmoor-cli: give --yes to continue\n";
+        return kExitFailed;
+    }
+    RestoreAll(s.catalogue, machine->Registry(), s.state, cursors);
+    if (!s.ApplyAndSave(c)) {
+        return kExitFailed;
+    }
+    for (int number = 1; number <= kIconGroupCount; ++number) {
+        if (number == static_cast<int>(GroupNumber::Cursors) ? cursors : !cursors) {
+            PrintIconGroup(c.out, s.catalogue.Group(number));
+        }
+    }
+    return kExitOk;
+}
+
 int Icons(CliContext& c, CommandArgs a) {
     std::optional<int> only;
     if (a.size() == 2 && a[0] == "--group") {
         only = ParseGroup(a[1]);
         if (!only) {
             c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount << '\n';
-            return UsageError(c, kCommands[0]);
+            return UsageError(c, kCommands[4]);
         }
     } else if (!a.empty()) {
-        return UsageError(c, kCommands[0]);
+        return UsageError(c, kCommands[4]);
     }
     Machine* machine = c.OpenMachine();
     if (machine == nullptr) {

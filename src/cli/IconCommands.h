@@ -5,6 +5,14 @@
 //                       current file, current index, default file, default
 //                       index, TAB-separated, in table order; groups 1 to 7,
 //                       or only group N.
+//   icons set GROUP NAME LOCATION, icons restore GROUP NAME,
+//   icons rename GROUP NAME NEWNAME, icons restore-all [--cursors] [--yes]
+//                       stage one change as the Icons & Cursors page does,
+//                       apply it as Apply does and save the machine; print
+//                       the changed entries as "icons" prints them. GROUP is
+//                       a number or a group's name, NAME an entry's stable
+//                       name. Restoring all asks the page's question on the
+//                       error stream and stops unless --yes answers it.
 #pragma once
 
 #include "cli/Cli.h"

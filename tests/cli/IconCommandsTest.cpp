@@ -136,5 +136,72 @@ TEST(IconCommands, RefusesAGroupItDoesNotHave) {
     }
 }
 
+// The staging commands apply and save: each row runs one command on a fresh
+// machine, then reads a registry value back with "reg read".
+TEST(IconCommands, StagingCommandsApplyAndSave) {
+    const std::string shellIcons =
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
+    const std::string myComputer =
+        "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\{20D04FE0-3AEA-1069-A2D8-08002B30309D}";
+    struct Row {
+        std::vector<std::string> args;
+        int status;
+        std::string path;
+        std::string name;
+        std::string value;  // what "reg read" prints afterwards
+    };
+    const std::vector<Row> rows = {
+        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, 0, shellIcons, "24", "C:\\run.ico,3"},
+        {{"icons", "set", "Start Icons", "run", "C:\\run.ico"}, 0, shellIcons, "24", "C:\\run.ico,0"},
+        {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"},
+         0,
+         "HKEY_CURRENT_USER\\Control Panel\\Cursors",
+         "Wait",
+         "C:\\busy.ani"},
+        {{"icons", "rename", "1", "My Computer", "Workstation"}, 0, myComputer, "", "Workstation"},
+        {{"icons", "rename", "1", "Recycle Bin (full)", "Trash"},
+         0,
+         "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}",
+         "",
+         "Trash"},
+        // Already the default: nothing is written.
+        {{"icons", "restore", "1", "My Computer"}, 0, myComputer + "\\DefaultIcon", "", "Error"},
+        {{"icons", "rename", "2", "Run", "Go"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "9", "Run", "C:\\a.ico"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Nothing", "C:\\a.ico"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Run", "C:\\a.ico,x"}, 2, shellIcons, "24", "Error"},
+        {{"icons", "restore-all"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "restore-all", "--yes"}, 0, shellIcons, "24", "C:\\WINDOWS\\SYSTEM\\shell32.dll,24"},
+        {{"icons", "restore-all", "--cursors", "--yes"},
+         0,
+         "HKEY_CURRENT_USER\\Control Panel\\Cursors",
+         "Arrow",
+         "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.args[1] + " " + row.args[3 % row.args.size()]);
+        TempMachine machine;
+        const std::string dir = machine.Dir().string();
+        std::vector<std::string> full = {"--machine", dir};
+        full.insert(full.end(), row.args.begin(), row.args.end());
+        const CliRun run = RunIcons(full);
+        EXPECT_EQ(run.status, row.status) << run.err;
+        const CliRun read = RunIcons({"--machine", dir, "reg", "read", row.path, row.name});
+        EXPECT_EQ(read.out, row.value + "\n");
+    }
+}
+
+TEST(IconCommands, RestoringAllAsksTheWindowsQuestionFirst) {
+    TempMachine machine;
+    const CliRun run = RunIcons({"--machine", machine.Dir().string(), "icons", "restore-all", "--cursors"});
+    EXPECT_EQ(run.status, kExitFailed);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find(
+                  "Restoring all your Windows 98 pointers will return them to Microsoft setup defaults.\n\n"
+                  "Are you sure you want to continue?"),
+              std::string::npos)
+        << run.err;
+}
+
 }  // namespace
 }  // namespace glyphmoor::test

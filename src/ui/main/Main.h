@@ -1,0 +1,102 @@
+// Main: the program's window. A toolbar, the page bar `vMenu` on the left,
+// the four pages, and OK, Cancel, "&Apply" and Help at the bottom; the menu
+// bar reaches the same commands, dispatched by key.
+//
+// The window holds no state of its own: the machine, the program-wide state
+// and the catalogue are the core's, and the pages show them.
+#pragma once
+
+#include "foundation/AppEnvironment.h"
+#include "foundation/AppState.h"
+#include "foundation/Machine.h"
+#include "foundation/Startup.h"
+#include "icons/IconEditing.h"
+#include "ui/core/Prompt.h"
+#include "ui/core/modMsgbox.h"
+
+#include <QMainWindow>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class QAction;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+class QToolBar;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace glyphmoor {
+
+class IconsPage;
+
+class Main final : public QMainWindow {
+    Q_OBJECT
+public:
+    // `prompt` answers the window's questions; null: the program's message dialog.
+    Main(Machine& machine, const StartRequest& request, Prompt* prompt = nullptr);
+    ~Main() override;
+
+    // Shows a page; for "Icons & Cursors" `item` 0 to 6 picks the group, for
+    // "Tweak Shell" the tab. Builds the page's data the first time.
+    void ShowPage(Page page, int item = 0);
+    [[nodiscard]] Page CurrentPage() const;
+
+    // Runs the command with that key; false when the key is not one the
+    // handler knows or its part of the program is not in this build.
+    bool Dispatch(std::string_view key);
+
+    // The pop-up menu of the theme list or the tweak tree: its items with
+    // their keys, each dispatched by key when chosen.
+    enum class PopupContext { Themes, Shell };
+    void FillPopup(QMenu* menu, PopupContext context);
+
+    // "&Apply": writes what is staged, in the program's fixed order.
+    void ApplyChanges();
+    // Makes the shell reload its icons ("&Rebuild Icon Cache").
+    void RebuildIcons();
+
+    [[nodiscard]] AppState& State() { return m_state; }
+    [[nodiscard]] IconsPage& Icons() { return *m_icons; }
+    [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // MainCommands.cpp: the menus, the toolbar and the dispatch table.
+    void BuildMenus();
+    void BuildToolbar();
+    void RefreshRecentMenu();
+    QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
+    void RestoreAllCommand(bool cursors);
+    void OpenAddress(std::string_view address);
+
+    QWidget* BuildPageBar();
+    QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,
+                             const QStringList& controls);
+    void PendingChanged();
+    MsgContext Messages();
+    void RefreshCaption();
+
+    Machine& m_machine;
+    AppEnvironment m_app;
+    AppState m_state;
+    IconCatalogue m_catalogue;
+    IconNameMarks m_names;
+    std::unique_ptr<Prompt> m_ownPrompt;
+    Prompt* m_prompt;
+
+    QToolBar* m_tbMain = nullptr;
+    QTreeWidget* m_vMenu = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    IconsPage* m_icons = nullptr;
+    QMenu* m_mnuFile = nullptr;
+    QPushButton* m_cmdApply = nullptr;
+    std::map<std::string, QAction*, std::less<>> m_actions;
+};
+
+}  // namespace glyphmoor

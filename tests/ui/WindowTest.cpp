@@ -1,0 +1,595 @@
+// The window on a fresh default machine: pages, the Change Icon dialog,
+// renaming, restoring, applying and closing, with the machine's registry
+// read back from its files afterwards. Screenshots of the pages go to
+// $GLYPHMOOR_SCREENSHOT_DIR when it is set.
+#include "foundation/DefaultMachine.h"
+#include "foundation/modRegistry.h"
+#include "iconfiles/IconImage.h"
+#include "iconfiles/IconLibraryWriter.h"
+#include "iconfiles/cFileIcon.h"
+#include "support/TempMachine.h"
+#include "ui/changeicon/ChangeIconHistory.h"
+#include "ui/changeicon/frmChangeIcon.h"
+#include "ui/core/ScriptedPrompt.h"
+#include "ui/icons/IconsPage.h"
+#include "ui/main/Main.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include <deque>
+#include <fstream>
+
+namespace glyphmoor::test {
+namespace {
+
+constexpr const char* kShellIcons =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
+constexpr const char* kWindowMetrics = "HKEY_CURRENT_USER\\Control Panel\\desktop\\WindowMetrics";
+constexpr const char* kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
+
+// Runs `step` on the modal dialog of type T as soon as it is shown.
+template <typename T, typename Step>
+void WhenShown(Step step) {
+    QTimer::singleShot(0, [step] {
+        auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget());
+        QVERIFY2(dialog != nullptr, "the dialog did not open");
+        step(dialog);
+    });
+}
+
+// An icon library of `count` plain icons, written to the machine's C:\.
+void WriteLibrary(const std::filesystem::path& file, int count) {
+    std::vector<cFileIcon> icons(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        RgbaImage image{32, 32, std::vector<std::uint8_t>(32 * 32 * 4, static_cast<std::uint8_t>(i * 7))};
+        for (std::size_t p = 3; p < image.pixels.size(); p += 4) {
+            image.pixels[p] = 255;
+        }
+        auto data = EncodeIconImage(image, 32);
+        QVERIFY(data.ok());
+        IconDirEntry entry{32, 32, 0, 0, 1, 32, static_cast<std::uint32_t>(data->size()), 0};
+        icons[static_cast<std::size_t>(i)].AddImage(entry, std::move(*data));
+    }
+    const auto bytes = BuildResourceOnlyPe(IconLibraryResources(icons, {}), PeLayout{});
+    std::ofstream(file, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+bool HasPicture(const QIcon& icon) {
+    const QImage image = icon.pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) != 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+class WindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TempDir> m_dir;
+    std::unique_ptr<Machine> m_machine;
+    std::unique_ptr<ScriptedPrompt> m_prompt;
+    std::unique_ptr<Main> m_window;
+
+    std::filesystem::path MachineDir() const { return m_dir->Path() / "machine"; }
+    // The machine as its files hold it now.
+    std::string Stored(std::string_view path, std::string_view name) {
+        auto machine = OpenMachineFolder(MachineDir());
+        return machine.ok() ? GetRegString((*machine)->Registry(), path, name) : "no machine";
+    }
+    QListWidget* List(int group) { return m_window->Icons().List(group); }
+    void Select(int group, std::string_view key) {
+        m_window->ShowPage(Page::IconsAndCursors, group - 1);
+        QListWidget* list = List(group);
+        for (int row = 0; row < list->count(); ++row) {
+            if (list->item(row)->data(Qt::UserRole).toString().toStdString() == key) {
+                list->setCurrentRow(row);
+                return;
+            }
+        }
+        QFAIL("no such entry");
+    }
+    template <typename T = QWidget>
+    T* Control(const char* name) {
+        return m_window->findChild<T*>(QString::fromUtf8(name));
+    }
+    void Apply() {
+        QVERIFY(Control<QPushButton>("cmdApply")->isEnabled());
+        QTest::mouseClick(Control<QPushButton>("cmdApply"), Qt::LeftButton);
+        QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
+    }
+    void Screenshot(const QString& name, QWidget* of = nullptr) {
+        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
+        if (!dir.isEmpty()) {
+            std::filesystem::create_directories(dir.toStdString());
+            QVERIFY((of != nullptr ? of : m_window.get())
+                        ->grab()
+                        .save(QString::fromUtf8(dir) + QStringLiteral("/") + name + QStringLiteral(".png")));
+        }
+    }
+
+private slots:
+    void init() {
+        m_dir = std::make_unique<TempDir>();
+        QVERIFY(EnsureSeededMachine(MachineDir(), SeedDirs()).ok());
+        auto machine = OpenMachineFolder(MachineDir());
+        QVERIFY(machine.ok());
+        m_machine = std::move(*machine);
+        m_prompt = std::make_unique<ScriptedPrompt>(m_machine->Sys(), "Glyphmoor.hlp");
+        m_window = std::make_unique<Main>(*m_machine, StartRequest{}, m_prompt.get());
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    void cleanup() {
+        m_prompt->Answer({PromptAnswer::Press(1)});  // "No" to the close question
+        m_window.reset();
+        m_machine.reset();
+        m_dir.reset();
+    }
+
+    void theControlsAreThereByName() {
+        for (const char* name :
+             {"tbMain",      "vMenu",       "tabThemes",   "tabIcons",    "tabFolders", "tabShell",
+              "picContMain", "picContSub1", "picContSub2", "picContSub3", "lvThemes",   "tvExplorer",
+              "tvTweak",     "lblPath",     "cmdChange",   "cmdDefault",  "cmdRename",  "cmdOK",
+              "cmdCancel",   "cmdApply",    "cmdHelp"}) {
+            QVERIFY2(Control(name) != nullptr || Control<QToolBar>(name) != nullptr, name);
+        }
+        QCOMPARE(Control<QToolBar>("tbMain")->actions().size(), 16);
+        QStringList captions;
+        for (QAction* action : Control<QToolBar>("tbMain")->actions()) {
+            captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
+        }
+        QCOMPARE(captions,
+                 QStringList({"Open", "Save", "-", "Rebuild Icons", "Restore Icons", "-", "Add to Favorites",
+                              "-", "Glyphmoor Web Site", "Additional Icon Themes", "Email Veltrane", "-",
+                              "Help", "About Glyphmoor", "-", "Exit"}));
+        QStringList menus;
+        for (QAction* menu : m_window->menuBar()->actions()) {
+            menus << menu->text();
+        }
+        QCOMPARE(menus, QStringList({"&File", "&Tools", "&Favorites", "&Help"}));
+        QCOMPARE(Control<QTreeWidget>("vMenu")->topLevelItemCount(), 4);
+        QCOMPARE(Control<QTreeWidget>("vMenu")->topLevelItem(1)->text(0), QStringLiteral("Icons & Cursors"));
+        QCOMPARE(Control<QTreeWidget>("vMenu")->topLevelItem(1)->childCount(), 7);
+        // A command whose part of the program is not here is disabled.
+        QVERIFY(!Control<QAction>("mnuFile(0)")->isEnabled());
+        QVERIFY(Control<QAction>("mnuTools(1)")->isEnabled());
+    }
+
+    void thePopUpMenusCarryTheirKeys() {
+        QMenu menu;
+        m_window->FillPopup(&menu, Main::PopupContext::Themes);
+        QStringList keys;
+        for (QAction* action : menu.actions()) {
+            keys << action->objectName();
+        }
+        QCOMPARE(keys,
+                 QStringList({"Theme_Open", "Theme_Apply", "Sep1", "Theme_AddFav", "Sep2", "Theme_Package",
+                              "Sep3", "Theme_Delete", "Sep4", "Theme_View", "Sep5", "Theme_Refresh"}));
+        QCOMPARE(menu.actions().at(9)->menu()->actions().at(3)->objectName(),
+                 QStringLiteral("Theme_VDetails"));
+        m_window->FillPopup(&menu, Main::PopupContext::Shell);
+        QCOMPARE(menu.actions().size(), 13);
+        QCOMPARE(menu.actions().at(0)->text(), QStringLiteral("&What's This?"));
+        QCOMPARE(menu.actions().at(0)->objectName(), QStringLiteral("Shl_Whats"));
+    }
+
+    void choosingAPageInThePageBarShowsIt_data() {
+        QTest::addColumn<int>("group");
+        QTest::addColumn<int>("item");
+        QTest::addColumn<QString>("container");
+        QTest::newRow("Themes") << 0 << 0 << "picContMain";
+        QTest::newRow("Desktop") << 1 << 0 << "picContSub1";
+        QTest::newRow("Cursors") << 1 << 6 << "picContSub1";
+        QTest::newRow("Folders") << 2 << 0 << "picContSub2";
+        QTest::newRow("Bootup") << 3 << 1 << "picContSub3";
+    }
+    void choosingAPageInThePageBarShowsIt() {
+        QFETCH(int, group);
+        QFETCH(int, item);
+        QFETCH(QString, container);
+        auto* vMenu = Control<QTreeWidget>("vMenu");
+        QTreeWidgetItem* entry = vMenu->topLevelItem(group)->child(item);
+        const QRect at = vMenu->visualItemRect(entry);
+        QTest::mouseClick(vMenu->viewport(), Qt::LeftButton, {}, at.center());
+        QVERIFY(m_window->findChild<QWidget*>(container)->isVisible());
+        if (container == QStringLiteral("picContSub1")) {
+            QCOMPARE(m_window->Icons().ActiveGroup(), item + 1);
+        }
+        Screenshot(QStringLiteral("page-") + QString::fromUtf8(QTest::currentDataTag()).toLower());
+    }
+
+    void everyCatalogueEntryIsDrawn() {
+        m_window->ShowPage(Page::IconsAndCursors);
+        int entries = 0;
+        for (int group = 1; group <= 7; ++group) {
+            QListWidget* list = List(group);
+            QCOMPARE(static_cast<std::size_t>(list->count()), m_window->Catalogue().Group(group).Count());
+            for (int row = 0; row < list->count(); ++row) {
+                QVERIFY2(HasPicture(list->item(row)->icon()), qPrintable(list->item(row)->text()));
+                ++entries;
+            }
+        }
+        QVERIFY(entries > 70);
+        // The pointers are the program's own pointer resources, each its own picture.
+        const auto picture = [this](int row) { return List(7)->item(row)->icon().pixmap(32, 32).toImage(); };
+        QVERIFY(picture(0) != picture(3));
+        QVERIFY(picture(3) != picture(5));
+    }
+
+    void changingAnIconThroughTheDialogIsWrittenByApply() {
+        Select(2, "Run");
+        QCOMPARE(Control<QLabel>("lblPath")->property("fullText").toString(),
+                 QStringLiteral("File name: C:\\WINDOWS\\SYSTEM\\shell32.dll,24"));
+        WhenShown<frmChangeIcon>([this](frmChangeIcon* dialog) {
+            auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+            Screenshot(QStringLiteral("change-icon"), dialog);
+            QCOMPARE(grid->Selected(), 24);
+            // Column 6 lies within the eight that show: no scrolling.
+            QCOMPARE(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->value(), 0);
+            QTest::mouseClick(grid, Qt::LeftButton, {}, IconGrid::CellOrigin(5) + QPoint(16, 16));
+            QCOMPARE(grid->Selected(), 5);
+            QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        QTest::mouseClick(Control<QPushButton>("cmdChange"), Qt::LeftButton);
+        QVERIFY(m_window->State().rebuildPending);
+        QCOMPARE(Control<QLabel>("lblPath")->property("fullText").toString(),
+                 QStringLiteral("File name: C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
+        Apply();
+        QCOMPARE(Stored(kShellIcons, "24"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
+        QCOMPARE(Stored(std::string(kChangeIconsPath), "0"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll"));
+        // The icon cache was rebuilt after the apply, and the shell-notified notice shown.
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("32"));
+        QVERIFY(
+            m_prompt->Shown().back().text.starts_with("Glyphmoor has notified Windows 98 of your changes."));
+        QVERIFY(!m_window->State().rebuildPending);
+        Screenshot(QStringLiteral("changed-run"));
+    }
+
+    void choosingTheSameIconChangesNothing() {
+        Select(2, "Find");
+        WhenShown<frmChangeIcon>([](frmChangeIcon* dialog) {
+            QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        QTest::mouseClick(Control<QPushButton>("cmdChange"), Qt::LeftButton);
+        QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
+        QVERIFY(!m_window->State().groupChanged[1]);
+    }
+
+    void renamingTheRecycleBinRenamesBothEntries() {
+        Select(1, "Recycle Bin (full)");
+        QVERIFY(Control<QPushButton>("cmdRename")->isEnabled());
+        WhenShown<QDialog>([this](QDialog* dialog) {
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("txtName"));
+            QCOMPARE(name->text(), QStringLiteral("Recycle Bin"));
+            QCOMPARE(name->selectedText(), QStringLiteral("Recycle Bin"));
+            // An empty name is refused and the dialog stays.
+            name->clear();
+            QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            QVERIFY(dialog->isVisible());
+            QCOMPARE(m_prompt->Shown().back().text,
+                     std::string("You must provide a name for your system icon."));
+            QTest::keyClicks(name, QStringLiteral("Trash"));
+            QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        QTest::mouseClick(Control<QPushButton>("cmdRename"), Qt::LeftButton);
+        QStringList names;
+        for (int row = 0; row < List(1)->count(); ++row) {
+            names << List(1)->item(row)->text();
+        }
+        QVERIFY(names.contains(QStringLiteral("Trash (empty)")));
+        QVERIFY(names.contains(QStringLiteral("Trash (full)")));
+        Apply();
+        QCOMPARE(
+            Stored("HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}", ""),
+            std::string("Trash"));
+    }
+
+    void restoringPutsTheDefaultBack() {
+        SetRegString(m_machine->Registry(), kShellIcons, "3", "C:\\WINDOWS\\SYSTEM\\pifmgr.dll,2");
+        Select(3, "Closed Folder");
+        QTest::mouseClick(Control<QPushButton>("cmdDefault"), Qt::LeftButton);
+        QCOMPARE(Control<QLabel>("lblPath")->property("fullText").toString(),
+                 QStringLiteral("File name: C:\\WINDOWS\\SYSTEM\\shell32.dll,3"));
+        Apply();
+        QCOMPARE(Stored(kShellIcons, "3"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,3"));
+    }
+
+    void aPointerTakesTheChosenFile() {
+        Select(7, "Busy");
+        QVERIFY(!Control<QPushButton>("cmdRename")->isEnabled());
+        m_window->Icons().SetCursorPicker(
+            [](const std::string&) { return std::string("C:\\WINDOWS\\Cursors\\Help.cur"); });
+        QTest::mouseClick(Control<QPushButton>("cmdChange"), Qt::LeftButton);
+        QVERIFY(!m_window->State().rebuildPending);
+        QVERIFY(HasPicture(List(7)->currentItem()->icon()));
+        Apply();
+        QCOMPARE(Stored("HKEY_CURRENT_USER\\Control Panel\\Cursors", "Wait"),
+                 std::string("C:\\WINDOWS\\Cursors\\Help.cur"));
+        // A pointer alone does not rebuild the icon cache.
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("Error"));
+    }
+
+    void restoreAllIconsAsksThenClearsTheTheme() {
+        SetRegString(m_machine->Registry(), kSettings, "Current Theme", "C:\\Themes\\Blue.gmtheme");
+        m_window.reset();
+        m_window = std::make_unique<Main>(*m_machine, StartRequest{}, m_prompt.get());
+        QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor - C:\\Themes\\Blue"));
+        // The current theme is the first recent theme, listed after the File menu's
+        // separator and before "&Exit"; opening it waits for the themes.
+        QStringList file;
+        for (QAction* action : m_window->findChild<QMenu*>(QStringLiteral("mnuFile"))->actions()) {
+            file << (action->isSeparator() ? QStringLiteral("-") : action->objectName());
+        }
+        QCOMPARE(file, QStringList({"mnuFile(0)", "-", "mnuFile(2)", "mnuFile(3)", "-", "RecentTheme 1", "-",
+                                    "mnuFile(5)"}));
+        QVERIFY(!Control<QAction>("RecentTheme 1")->isEnabled());
+        m_prompt->Answer({PromptAnswer::Press(0)});  // Cancel
+        Control<QAction>("mnuTools(1)")->trigger();
+        QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
+        m_prompt->Answer({PromptAnswer::Press(1)});  // OK
+        Control<QAction>("mnuTools(1)")->trigger();
+        QCOMPARE(m_prompt->Shown().back().text,
+                 std::string("Restoring all your Windows 98 system icons will return them to "
+                             "Microsoft setup defaults.\n\nAre you sure you want to continue?"));
+        QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor"));
+        QCOMPARE(m_window->CurrentPage(), Page::IconsAndCursors);
+        Apply();
+        QCOMPARE(Stored(kShellIcons, "19"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,19"));
+        QCOMPARE(Stored(kSettings, "Current Theme"), std::string(""));
+    }
+
+    void startUpTakesThePageAndThePosition_data() {
+        QTest::addColumn<QString>("commandLine");
+        QTest::addColumn<int>("positions");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QPoint>("at");
+        QTest::newRow("plain") << "" << 10 << int(Page::Themes) << QPoint(-1, -1);
+        QTest::newRow("/t") << "/t C:\\Themes\\a.gmtheme" << 1 << int(Page::IconsAndCursors)
+                            << QPoint(37, 41);
+        QTest::newRow("/f") << "/f C:\\WINDOWS" << 1 << int(Page::Folders) << QPoint(37, 41);
+    }
+    void startUpTakesThePageAndThePosition() {
+        QFETCH(QString, commandLine);
+        QFETCH(int, positions);
+        QFETCH(int, page);
+        QFETCH(QPoint, at);
+        SetRegDword(m_machine->Registry(), kSettings, "Positions", positions);
+        SetRegString(m_machine->Registry(), kSettings, "Left", "37");
+        SetRegString(m_machine->Registry(), kSettings, "Top", "41");
+        m_window.reset();
+        m_window =
+            std::make_unique<Main>(*m_machine, ParseCommandLine(commandLine.toStdString()), m_prompt.get());
+        QCOMPARE(int(m_window->CurrentPage()), page);
+        if (at.x() >= 0) {
+            QCOMPARE(m_window->pos(), at);
+        } else {
+            QVERIFY(m_window->pos() != QPoint(37, 41));
+        }
+    }
+
+    void okAppliesWhatIsPendingThenCloses() {
+        SetRegString(m_machine->Registry(), kShellIcons, "5", "C:\\f.ico,1");
+        m_window->ShowPage(Page::IconsAndCursors, 3);
+        List(4)->setCurrentRow(0);
+        QTest::mouseClick(Control<QPushButton>("cmdDefault"), Qt::LeftButton);
+        QTest::mouseClick(Control<QPushButton>("cmdOK"), Qt::LeftButton);
+        QVERIFY(!m_window->isVisible());
+        for (const PromptRequest& shown : m_prompt->Shown()) {
+            QVERIFY(shown.text != kSaveChangesQuestion);
+        }
+        QCOMPARE(Stored(kShellIcons, "5"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,5"));
+    }
+
+    void closingWithChangesAsks_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("Cancel") << 0 << false << "Error";
+        QTest::newRow("No") << 1 << true << "Error";
+        QTest::newRow("Yes") << 2 << true << "C:\\x.ico,0";
+    }
+    void closingWithChangesAsks() {
+        QFETCH(int, answer);
+        QFETCH(bool, closed);
+        QFETCH(QString, stored);
+        m_window->ShowPage(Page::IconsAndCursors, 1);
+        ChangeIcon(m_window->Catalogue(), m_window->State(), 2, 0, {"C:\\x.ico", 0});
+        m_prompt->Answer({PromptAnswer::Press(answer)});
+        m_window->close();
+        QCOMPARE(m_prompt->Shown().front().text,
+                 std::string("Would you like to save your changes before closing?"));
+        QCOMPARE(!m_window->isVisible(), closed);
+        QCOMPARE(QString::fromStdString(Stored(kShellIcons, "19")), stored);
+        if (closed) {
+            QCOMPARE(QString::fromStdString(Stored(kSettings, "Left")), QString::number(m_window->x()));
+        }
+    }
+};
+
+// The Change Icon dialog on libraries of its own.
+class ChangeIconTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TempMachine> m_folder;
+    std::unique_ptr<Machine> m_machine;
+    QStringList m_messages;
+
+    std::unique_ptr<frmChangeIcon> Dialog() {
+        auto dialog = std::make_unique<frmChangeIcon>(m_machine->Registry(), &m_machine->Env());
+        dialog->SetStockMessage([this](const QString& text) { m_messages << text; });
+        return dialog;
+    }
+
+private slots:
+    void init() {
+        m_folder = std::make_unique<TempMachine>();
+        m_machine = m_folder->Open();
+        m_messages.clear();
+        for (int count : {1, 32, 33, 100}) {
+            WriteLibrary(m_folder->Dir() / "drive_c" / ("lib" + std::to_string(count) + ".dll"), count);
+        }
+        std::ofstream(m_folder->Dir() / "drive_c" / "none.dll") << "not a library";
+    }
+
+    void theScrollBarIsForMoreThanThirtyTwo_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<bool>("scrolls");
+        QTest::addColumn<bool>("okEnabled");
+        QTest::newRow("1") << "C:\\lib1.dll" << false << true;
+        QTest::newRow("32") << "C:\\lib32.dll" << false << false;
+        QTest::newRow("33") << "C:\\lib33.dll" << true << false;
+    }
+    void theScrollBarIsForMoreThanThirtyTwo() {
+        QFETCH(QString, file);
+        QFETCH(bool, scrolls);
+        QFETCH(bool, okEnabled);
+        auto dialog = Dialog();
+        dialog->Prepare(file.toStdString(), -1);
+        QCOMPARE(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->isEnabled(), scrolls);
+        QCOMPARE(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled(), okEnabled);
+        QVERIFY(m_messages.isEmpty());
+    }
+
+    void aFarIndexIsScrolledToTheLastVisibleColumn() {
+        auto dialog = Dialog();
+        dialog->show();
+        dialog->Prepare("C:\\lib100.dll", 61);  // column 15, row 1
+        auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+        QCOMPARE(grid->Selected(), 61);
+        QCOMPARE(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->value(),
+                 38 * 16 - kGridVisibleWidth);
+        QCOMPARE(grid->x(), -(38 * 16 - kGridVisibleWidth));
+    }
+
+    void arrowKeysMoveTheSelection_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("to");
+        QTest::newRow("down") << 5 << int(Qt::Key_Down) << 6;
+        QTest::newRow("up") << 5 << int(Qt::Key_Up) << 4;
+        QTest::newRow("up at the top of a column") << 4 << int(Qt::Key_Up) << 4;
+        QTest::newRow("down at the bottom of a column") << 7 << int(Qt::Key_Down) << 7;
+        QTest::newRow("right") << 5 << int(Qt::Key_Right) << 9;
+        QTest::newRow("left") << 5 << int(Qt::Key_Left) << 1;
+        QTest::newRow("left in the first column") << 1 << int(Qt::Key_Left) << 1;
+        QTest::newRow("right past the last icon") << 97 << int(Qt::Key_Right) << 97;
+    }
+    void arrowKeysMoveTheSelection() {
+        QFETCH(int, from);
+        QFETCH(int, key);
+        QFETCH(int, to);
+        auto dialog = Dialog();
+        dialog->show();
+        dialog->Prepare("C:\\lib100.dll", from);
+        auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+        grid->setFocus();
+        QTest::keyClick(grid, static_cast<Qt::Key>(key));
+        QCOMPARE(grid->Selected(), to);
+        // The selection stays in sight.
+        const int left =
+            IconGrid::CellOrigin(to).x() - dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->value();
+        QVERIFY(left >= 0 && left + 32 <= kGridVisibleWidth);
+    }
+
+    void filesWithoutIconsAreReported_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("missing") << "C:\\nothere.dll"
+                                 << "File not found \"C:\\nothere.dll\"";
+        QTest::newRow("no icons") << "C:\\none.dll"
+                                  << "No Icons found in \"C:\\none.dll\".";
+    }
+    void filesWithoutIconsAreReported() {
+        QFETCH(QString, file);
+        QFETCH(QString, message);
+        auto dialog = Dialog();
+        dialog->Prepare(file.toStdString(), 0);
+        QCOMPARE(m_messages, QStringList({message}));
+        QVERIFY(!dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled());
+    }
+
+    void browsingListsTheChosenFile() {
+        auto dialog = Dialog();
+        dialog->Prepare("C:\\lib1.dll", 0);
+        dialog->SetFilePicker([] { return std::string("C:\\lib33.dll"); });
+        QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdBrowse")), Qt::LeftButton);
+        QCOMPARE(dialog->ChosenFile(), std::string("C:\\lib33.dll"));
+        QVERIFY(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->isEnabled());
+        QVERIFY(!dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled());
+    }
+
+    void aLargeLibraryDecodesOnlyWhatIsSeen() {
+        WriteLibrary(m_folder->Dir() / "drive_c" / "big.dll", 400);
+        auto dialog = Dialog();
+        dialog->show();
+        dialog->Prepare("C:\\big.dll", 0);
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog->Source()->Count(), 400);
+        QVERIFY(dialog->Source()->Decoded() > 0);
+        QVERIFY2(dialog->Source()->Decoded() <= 40, qPrintable(QString::number(dialog->Source()->Decoded())));
+    }
+
+    void doubleClickActsAsOkAndKeepsTheHistory() {
+        for (int i = 0; i < 16; ++i) {
+            SetRegString(m_machine->Registry(), kChangeIconsPath, std::to_string(i),
+                         "C:\\old" + std::to_string(i) + ".dll");
+        }
+        SetRegString(m_machine->Registry(), kChangeIconsPath, "5", "c:\\LIB32.dll");
+        auto dialog = Dialog();
+        dialog->show();
+        dialog->Prepare("C:\\lib32.dll", 0);
+        auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+        QTest::mouseDClick(grid, Qt::LeftButton, {}, IconGrid::CellOrigin(9) + QPoint(5, 5));
+        QCOMPARE(dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(dialog->ChosenIndex(), 9);
+        const auto history = ReadChangeIconHistory(m_machine->Registry());
+        QCOMPARE(history.size(), std::size_t{16});
+        QCOMPARE(history[0], std::string("C:\\lib32.dll"));
+        // The same file in another spelling moved up; the oldest dropped out.
+        QCOMPARE(history[5], std::string("C:\\old4.dll"));
+        QCOMPARE(history[15], std::string("C:\\old15.dll"));
+        QCOMPARE(GetRegString(m_machine->Registry(), kChangeIconsPath, "16"), std::string("Error"));
+    }
+};
+
+}  // namespace glyphmoor::test
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    int status = 0;
+    {
+        glyphmoor::test::WindowTest window;
+        status |= QTest::qExec(&window, argc, argv);
+    }
+    {
+        glyphmoor::test::ChangeIconTest changeIcon;
+        status |= QTest::qExec(&changeIcon, argc, argv);
+    }
+    return status;
+}
+
+#include "WindowTest.moc"
