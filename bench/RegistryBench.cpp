@@ -30,8 +30,12 @@ std::string GenerateHive(std::size_t targetBytes) {
                     text += "\"Path" + std::to_string(v) + "\"=\"C:\\\\windows\\\\system32\\\\file" +
                             std::to_string(random() % 1000) + ".dll,-" + std::to_string(v) + "\"\n";
                     break;
-                case 1: text += "\"Count" + std::to_string(v) + "\"=dword:0000" + std::to_string(1000 + v) + "\n"; break;
-                case 2: text += "\"Caf\\xe9" + std::to_string(v) + "\"=str(2):\"%SystemRoot%\\\\x\"\n"; break;
+                case 1:
+                    text += "\"Count" + std::to_string(v) + "\"=dword:0000" + std::to_string(1000 + v) + "\n";
+                    break;
+                case 2:
+                    text += "\"Caf\\xe9" + std::to_string(v) + "\"=str(2):\"%SystemRoot%\\\\x\"\n";
+                    break;
                 default:
                     text += "\"Data" + std::to_string(v) + "\"=hex:";
                     for (int b = 0; b < 40; ++b) {
@@ -87,7 +91,8 @@ void BM_LoadHive(benchmark::State& state) {
 
 void BM_SaveHiveWithOneChange(benchmark::State& state) {
     auto hive = ParseWineRegistry(std::make_shared<const std::string>(Data().text), "system.reg");
-    hive->Create("Software\\Vendor1\\Product30\\Key600", FileTimeNow()).SetValue("x", {kRegDword, {1, 0, 0, 0}});
+    hive->Create("Software\\Vendor1\\Product30\\Key600", FileTimeNow())
+        .SetValue("x", {kRegDword, {1, 0, 0, 0}});
     const fs::path out = Data().dir / "saved.reg";
     for (auto _ : state) {
         Status written = WriteFileAtomically(out, SerializeWineRegistry(*hive));
@@ -104,7 +109,8 @@ void BM_FiveHundredWritesOneSave(benchmark::State& state) {
         auto machine = OpenMachineFolder(Data().dir);
         state.ResumeTiming();
         for (int i = 0; i < 500; ++i) {
-            const std::string key = "HKEY_LOCAL_MACHINE\\Software\\Vendor" + std::to_string(i % 7) + "\\Batch";
+            const std::string key =
+                "HKEY_LOCAL_MACHINE\\Software\\Vendor" + std::to_string(i % 7) + "\\Batch";
             if (i % 2 == 0) {
                 SetRegString((*machine)->Registry(), key, "v" + std::to_string(i), "C:\\WINDOWS\\icon.ico,3");
             } else {

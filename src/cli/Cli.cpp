@@ -1,7 +1,7 @@
 #include "cli/Cli.h"
 
-#include "cli/IconFileCommands.h"
 #include "cli/IconCommands.h"
+#include "cli/IconFileCommands.h"
 #include "cli/IniCommands.h"
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
@@ -76,8 +76,9 @@ Machine* CliContext::OpenMachine() {
 }
 
 std::optional<std::filesystem::path> CliContext::HostFile(const std::string& argument) {
-    const bool windowsPath = argument.size() >= 2 && argument[1] == ':' &&
-                             ((argument[0] >= 'A' && argument[0] <= 'Z') || (argument[0] >= 'a' && argument[0] <= 'z'));
+    const bool windowsPath =
+        argument.size() >= 2 && argument[1] == ':' &&
+        ((argument[0] >= 'A' && argument[0] <= 'Z') || (argument[0] >= 'a' && argument[0] <= 'z'));
     if (!windowsPath) {
         return std::filesystem::path(argument);
     }

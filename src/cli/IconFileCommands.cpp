@@ -220,13 +220,19 @@ constexpr std::array<CliCommand, 4> kIconFileCommands = {{
      [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0}, CmdIconCount); }},
     {"extract", "FILE INDEX OUT [--size N]",
      "writes icon INDEX of FILE as an icon file (OUT.ico) or its best image as PNG (OUT.png)",
-     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0, 2}, CmdExtract); }},
+     [](CliContext& c, CommandArgs a) {
+         return WithHostFiles(c, a, {0, 2}, CmdExtract);
+     }},
     {"extract-all", "FILE DIR", "writes every icon of FILE as DIR/<file name>_<index>.ico",
-     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0, 1}, CmdExtractAll); }},
+     [](CliContext& c, CommandArgs a) {
+         return WithHostFiles(c, a, {0, 1}, CmdExtractAll);
+     }},
 }};
 
 }  // namespace
 
-std::span<const CliCommand> IconFileCommands() { return kIconFileCommands; }
+std::span<const CliCommand> IconFileCommands() {
+    return kIconFileCommands;
+}
 
 }  // namespace glyphmoor

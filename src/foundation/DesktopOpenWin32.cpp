@@ -2,6 +2,7 @@
 #include "foundation/TextEncoding.h"
 
 #include <windows.h>
+// shellapi.h needs windows.h first.
 #include <shellapi.h>
 
 namespace glyphmoor {

@@ -10,7 +10,9 @@ namespace glyphmoor {
 
 namespace {
 
-std::string ErrnoText() { return std::strerror(errno); }
+std::string ErrnoText() {
+    return std::strerror(errno);
+}
 
 }  // namespace
 

@@ -92,7 +92,8 @@ bool WindowsSystem::SystemParametersInfo(std::uint32_t action, std::uint32_t uiP
                                          std::uint32_t winIni) {
     if (const auto* number = std::get_if<std::uint32_t>(&pvParam)) {
         // Actions that take a number in pvParam take it by value.
-        return ::SystemParametersInfoA(action, uiParam, reinterpret_cast<void*>(static_cast<std::uintptr_t>(*number)),
+        return ::SystemParametersInfoA(action, uiParam,
+                                       reinterpret_cast<void*>(static_cast<std::uintptr_t>(*number)),
                                        winIni) != FALSE;
     }
     if (const auto* text = std::get_if<std::string>(&pvParam)) {
@@ -118,7 +119,9 @@ void WindowsSystem::EnableShutdownPrivilege() {
     ::CloseHandle(token);
 }
 
-void WindowsSystem::ExitWindows(std::uint32_t flags, std::uint32_t reserved) { ::ExitWindowsEx(flags, reserved); }
+void WindowsSystem::ExitWindows(std::uint32_t flags, std::uint32_t reserved) {
+    ::ExitWindowsEx(flags, reserved);
+}
 
 void WindowsSystem::RunProgram(std::string_view commandLine, int showCommand) {
     const std::string line(commandLine);
@@ -132,7 +135,9 @@ void WindowsSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, s
     ::WinHelpA(nullptr, file.c_str(), command, reinterpret_cast<ULONG_PTR>(keyword.c_str()));
 }
 
-bool WindowsSystem::OpenDocument(std::string_view pathOrAddress) { return OpenWithDesktop(pathOrAddress); }
+bool WindowsSystem::OpenDocument(std::string_view pathOrAddress) {
+    return OpenWithDesktop(pathOrAddress);
+}
 
 int WindowsSystem::ColourDepth() const {
     HDC screen = ::GetDC(nullptr);
@@ -141,8 +146,12 @@ int WindowsSystem::ColourDepth() const {
     return bits;
 }
 
-std::unique_ptr<Machine> OpenSystemMachine() { return std::make_unique<SystemMachine>(); }
+std::unique_ptr<Machine> OpenSystemMachine() {
+    return std::make_unique<SystemMachine>();
+}
 
-Result<std::unique_ptr<Machine>> OpenHomeMachine() { return OpenSystemMachine(); }
+Result<std::unique_ptr<Machine>> OpenHomeMachine() {
+    return OpenSystemMachine();
+}
 
 }  // namespace glyphmoor

@@ -10,14 +10,22 @@ namespace {
 
 HKEY Predefined(RootKey root) {
     switch (root) {
-        case RootKey::ClassesRoot: return HKEY_CLASSES_ROOT;
-        case RootKey::CurrentUser: return HKEY_CURRENT_USER;
-        case RootKey::LocalMachine: return HKEY_LOCAL_MACHINE;
-        case RootKey::Users: return HKEY_USERS;
-        case RootKey::PerformanceData: return HKEY_PERFORMANCE_DATA;
-        case RootKey::CurrentConfig: return HKEY_CURRENT_CONFIG;
-        case RootKey::DynData: return HKEY_DYN_DATA;
-        case RootKey::None: break;
+        case RootKey::ClassesRoot:
+            return HKEY_CLASSES_ROOT;
+        case RootKey::CurrentUser:
+            return HKEY_CURRENT_USER;
+        case RootKey::LocalMachine:
+            return HKEY_LOCAL_MACHINE;
+        case RootKey::Users:
+            return HKEY_USERS;
+        case RootKey::PerformanceData:
+            return HKEY_PERFORMANCE_DATA;
+        case RootKey::CurrentConfig:
+            return HKEY_CURRENT_CONFIG;
+        case RootKey::DynData:
+            return HKEY_DYN_DATA;
+        case RootKey::None:
+            break;
     }
     return nullptr;
 }
@@ -62,8 +70,8 @@ long WindowsRegistry::CreateKey(RootKey root, std::string_view subkey, RegHandle
         return kErrorInvalidHandle;
     }
     HKEY key = nullptr;
-    const LONG rc = ::RegCreateKeyExW(parent, Wide(subkey).c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
-                                      &key, nullptr);
+    const LONG rc = ::RegCreateKeyExW(parent, Wide(subkey).c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
+                                      nullptr, &key, nullptr);
     if (rc != ERROR_SUCCESS) {
         return rc;
     }
@@ -90,7 +98,8 @@ long WindowsRegistry::QueryValue(RegHandle key, std::string_view name, RegValue&
     const std::wstring wideName = Wide(name);
     DWORD type = 0;
     DWORD size = 0;
-    LONG rc = ::RegQueryValueExW(static_cast<HKEY>(it->second), wideName.c_str(), nullptr, &type, nullptr, &size);
+    LONG rc =
+        ::RegQueryValueExW(static_cast<HKEY>(it->second), wideName.c_str(), nullptr, &type, nullptr, &size);
     // The value may grow between the two calls; ask again until it fits.
     for (int attempt = 0; attempt < 8 && rc == ERROR_SUCCESS; ++attempt) {
         out.data.resize(size);
@@ -122,7 +131,8 @@ long WindowsRegistry::SetValue(RegHandle key, std::string_view name, const RegVa
     data.push_back(0);
     data.push_back(0);
     return ::RegSetValueExW(static_cast<HKEY>(it->second), Wide(name).c_str(), 0, value.type,
-                            value.data.empty() ? nullptr : data.data(), static_cast<DWORD>(value.data.size()));
+                            value.data.empty() ? nullptr : data.data(),
+                            static_cast<DWORD>(value.data.size()));
 }
 
 long WindowsRegistry::DeleteValue(RegHandle key, std::string_view name) {
@@ -152,9 +162,9 @@ long WindowsRegistry::QueryInfoKey(RegHandle key, RegKeyInfo& out) {
     DWORD values = 0;
     DWORD longestValueName = 0;
     DWORD longestData = 0;
-    const LONG rc = ::RegQueryInfoKeyW(static_cast<HKEY>(it->second), nullptr, nullptr, nullptr, &subkeys,
-                                       &longestSubkey, &longestClass, &values, &longestValueName, &longestData,
-                                       nullptr, nullptr);
+    const LONG rc =
+        ::RegQueryInfoKeyW(static_cast<HKEY>(it->second), nullptr, nullptr, nullptr, &subkeys, &longestSubkey,
+                           &longestClass, &values, &longestValueName, &longestData, nullptr, nullptr);
     if (rc == ERROR_SUCCESS) {
         out = RegKeyInfo{subkeys, longestSubkey, longestClass, values, longestValueName, longestData};
     }
@@ -169,8 +179,8 @@ long WindowsRegistry::EnumKey(RegHandle key, std::uint32_t index, std::string& n
     // Key names are at most 255 characters.
     wchar_t buffer[256];
     DWORD length = 256;
-    const LONG rc =
-        ::RegEnumKeyExW(static_cast<HKEY>(it->second), index, buffer, &length, nullptr, nullptr, nullptr, nullptr);
+    const LONG rc = ::RegEnumKeyExW(static_cast<HKEY>(it->second), index, buffer, &length, nullptr, nullptr,
+                                    nullptr, nullptr);
     if (rc == ERROR_SUCCESS) {
         name = Narrow(buffer, length);
     }
@@ -193,8 +203,8 @@ long WindowsRegistry::EnumValue(RegHandle key, std::uint32_t index, std::string&
         DWORD nameLength = static_cast<DWORD>(nameBuffer.size());
         DWORD dataLength = static_cast<DWORD>(data.size());
         DWORD type = 0;
-        rc = ::RegEnumValueW(static_cast<HKEY>(it->second), index, nameBuffer.data(), &nameLength, nullptr, &type,
-                             data.data(), &dataLength);
+        rc = ::RegEnumValueW(static_cast<HKEY>(it->second), index, nameBuffer.data(), &nameLength, nullptr,
+                             &type, data.data(), &dataLength);
         if (rc == ERROR_MORE_DATA) {
             nameBuffer.resize(nameBuffer.size() * 2 + 16);
             data.resize(data.size() * 2 + 16);

@@ -114,14 +114,38 @@ Status UnescapeUnits(std::string_view text, char delimiter, std::size_t& consume
         }
         const char e = text[i];
         switch (e) {
-            case 'a': sink(7); ++i; break;
-            case 'b': sink(8); ++i; break;
-            case 'e': sink(27); ++i; break;
-            case 'f': sink(12); ++i; break;
-            case 'n': sink(10); ++i; break;
-            case 'r': sink(13); ++i; break;
-            case 't': sink(9); ++i; break;
-            case 'v': sink(11); ++i; break;
+            case 'a':
+                sink(7);
+                ++i;
+                break;
+            case 'b':
+                sink(8);
+                ++i;
+                break;
+            case 'e':
+                sink(27);
+                ++i;
+                break;
+            case 'f':
+                sink(12);
+                ++i;
+                break;
+            case 'n':
+                sink(10);
+                ++i;
+                break;
+            case 'r':
+                sink(13);
+                ++i;
+                break;
+            case 't':
+                sink(9);
+                ++i;
+                break;
+            case 'v':
+                sink(11);
+                ++i;
+                break;
             case 'x': {
                 ++i;
                 unsigned v = 0;
@@ -334,7 +358,8 @@ public:
             return Fail(m_fileName + ": empty file, not a Wine registry");
         }
         if (m_continuation) {
-            return Fail(m_fileName + ":" + std::to_string(m_lineNumber) + ": the file ends inside a continued value");
+            return Fail(m_fileName + ":" + std::to_string(m_lineNumber) +
+                        ": the file ends inside a continued value");
         }
         if (m_state == ReadState::Preamble) {
             m_hive.preamble = std::string(Text(0, m_pendingStart == npos ? all.size() : m_pendingStart));
@@ -538,7 +563,8 @@ private:
             remaining.remove_prefix(pos == std::string_view::npos ? remaining.size() : pos + 1);
         }
         std::size_t shared = 0;
-        while (shared < parts.size() && shared < m_lastKeys.size() && parts[shared] == m_lastKeys[shared]->name) {
+        while (shared < parts.size() && shared < m_lastKeys.size() &&
+               parts[shared] == m_lastKeys[shared]->name) {
             ++shared;
         }
         m_lastKeys.resize(shared);

@@ -1,10 +1,10 @@
 #include "foundation/MachineFolder.h"
 
-#include <cstdio>
 #include <fcntl.h>
-#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cstdio>
+#include <fstream>
 
 namespace glyphmoor {
 

@@ -10,7 +10,9 @@
 namespace glyphmoor::test {
 namespace {
 
-CliRun RunIcons(const std::vector<std::string>& args) { return RunCliCaptured(args); }
+CliRun RunIcons(const std::vector<std::string>& args) {
+    return RunCliCaptured(args);
+}
 
 std::vector<std::vector<std::string>> Fields(const std::string& text) {
     std::vector<std::vector<std::string>> lines;

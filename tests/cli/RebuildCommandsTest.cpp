@@ -8,7 +8,6 @@
 namespace glyphmoor::test {
 namespace {
 
-
 constexpr const char* kWrite =
     "write\tHKEY_CURRENT_USER\\Control Panel\\desktop\\WindowMetrics\tShell Icon Size\t";
 constexpr const char* kSend = "send\tWM_SETTINGCHANGE 0x2e 0\n";

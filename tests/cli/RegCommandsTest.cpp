@@ -7,7 +7,6 @@
 namespace glyphmoor::test {
 namespace {
 
-
 constexpr const char* kKey = "HKEY_CURRENT_USER\\Software\\Cli";
 
 TEST(RegCommands, WritesAreReadBackByEveryReadCommand) {
@@ -30,8 +29,9 @@ TEST(RegCommands, WritesAreReadBackByEveryReadCommand) {
         {{"reg", "read-dword", kKey, "absent"}, "10\n"},
         {{"reg", "read-binary", kKey, "b"}, "00e9ff41\n"},
         {{"reg", "read-binary", kKey, "absent"}, "Error\n"},
-        {{"reg", "values", kKey}, "(Default)\tdefault text\nb\t\\x00\\xe9\\xffA\nbig\t\\xff\\xff\\xff\\xff\n"
-                                  "n\t\\xfb\\xff\\xff\\xff\nname\t  padded  \n"},
+        {{"reg", "values", kKey},
+         "(Default)\tdefault text\nb\t\\x00\\xe9\\xffA\nbig\t\\xff\\xff\\xff\\xff\n"
+         "n\t\\xfb\\xff\\xff\\xff\nname\t  padded  \n"},
         {{"reg", "create-key", std::string(kKey) + "\\Sub\\Deeper"}, ""},
         {{"reg", "keys", kKey}, "Sub\n"},
         {{"reg", "exists", std::string(kKey) + "\\Sub\\Deeper"}, "true\n"},
@@ -89,7 +89,8 @@ TEST(RegCommands, HelpListsEveryCommand) {
     std::ostringstream out;
     std::ostringstream err;
     EXPECT_EQ(RunCli({"help"}, out, err), 0);
-    for (const char* command : {"reg read PATH NAME", "reg write-binary PATH NAME HEX", "reg values PATH", "--machine DIR"}) {
+    for (const char* command :
+         {"reg read PATH NAME", "reg write-binary PATH NAME HEX", "reg values PATH", "--machine DIR"}) {
         EXPECT_NE(out.str().find(command), std::string::npos) << command;
     }
 }

@@ -27,7 +27,8 @@ TEST(MachineFolder, WindowsPathsResolveWithoutRegardToCase) {
         {"C:\\WINDOWS\\SYSTEM\\shell32.dll", c / "WINDOWS/SYSTEM/shell32.dll"},
         {"c:\\windows\\system\\SHELL32.DLL", c / "WINDOWS/SYSTEM/shell32.dll"},
         {"C:/Windows/System", c / "WINDOWS/SYSTEM"},
-        {"C:\\WINDOWS\\New Folder\\a.ico", c / "WINDOWS/New Folder/a.ico"},  // what does not exist stays as given
+        {"C:\\WINDOWS\\New Folder\\a.ico",
+         c / "WINDOWS/New Folder/a.ico"},  // what does not exist stays as given
         {"C:\\", c},
         {"D:\\data\\file.TXT", machine.Dir() / "dosdevices/d:/Data/File.txt"},
         {"relative\\name.ico", fs::path("relative\\name.ico")},

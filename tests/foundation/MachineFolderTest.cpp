@@ -3,8 +3,8 @@
 #include "foundation/MachineFolder.h"
 #include "support/TempMachine.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
+#include <cstdlib>
 
 namespace glyphmoor::test {
 namespace {
@@ -20,9 +20,11 @@ TEST(MachineFolder, AFolderThatIsNoMachineIsRefused) {
 }
 
 TEST(MachineEnvironment, TheVersionIsDecidedAsWineDecidesIt) {
-    const std::string win95 = "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion] 0\n\"VersionNumber\"=\"4.00.950\"\n";
-    const std::string both = Win98System() + "\n[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion] 0\n"
-                                             "\"CurrentVersion\"=\"6.1\"\n\"CurrentBuildNumber\"=\"7601\"\n";
+    const std::string win95 =
+        "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion] 0\n\"VersionNumber\"=\"4.00.950\"\n";
+    const std::string both = Win98System() +
+                             "\n[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion] 0\n"
+                             "\"CurrentVersion\"=\"6.1\"\n\"CurrentBuildNumber\"=\"7601\"\n";
     auto wine = [](std::string_view version) {
         return "\n[Software\\\\Wine] 0\n\"Version\"=\"" + std::string(version) + "\"\n";
     };

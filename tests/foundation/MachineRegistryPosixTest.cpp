@@ -5,13 +5,13 @@
 #include "foundation/modRegistry.h"
 #include "support/TempMachine.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 namespace glyphmoor::test {
 namespace {

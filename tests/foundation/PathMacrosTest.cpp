@@ -122,7 +122,8 @@ TEST(ListDirectory, FoldersFirstThenFilesWithoutExtension) {
     };
     EXPECT_EQ(ListDirectory(app, "C:\\lib"), expected);
     if (!test::HostPathsHaveDriveLetters()) {
-        EXPECT_EQ(ListDirectory(app, (dir.Path() / "Lib").string()), expected) << "a host path lists the same";
+        EXPECT_EQ(ListDirectory(app, (dir.Path() / "Lib").string()), expected)
+            << "a host path lists the same";
     }
     EXPECT_TRUE(ListDirectory(app, "C:\\No such folder").empty());
 }

@@ -95,7 +95,8 @@ TEST_P(ProfileAgainstWindows, ReadsGiveWhatWindowsGives) {
     TempDir dir;
     std::string text = kFile;
     const std::string ending = GetParam();
-    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos; pos = text.find("\r\n", pos + ending.size())) {
+    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos;
+         pos = text.find("\r\n", pos + ending.size())) {
         text.replace(pos, 2, ending);
     }
     dir.Write("test.ini", text);
@@ -129,7 +130,8 @@ std::string Meaning(const std::filesystem::path& file) {
     for (const char* section = sections.c_str(); *section != '\0'; section += std::strlen(section) + 1) {
         out += "[" + std::string(section) + "]\n";
         std::string keys(8192, '\0');
-        ::GetPrivateProfileStringA(section, nullptr, "", keys.data(), static_cast<DWORD>(keys.size()), path.c_str());
+        ::GetPrivateProfileStringA(section, nullptr, "", keys.data(), static_cast<DWORD>(keys.size()),
+                                   path.c_str());
         for (const char* key = keys.c_str(); *key != '\0'; key += std::strlen(key) + 1) {
             std::string value(1024, '\0');
             const DWORD n = ::GetPrivateProfileStringA(section, key, "", value.data(),
@@ -161,7 +163,8 @@ TEST_P(ProfileAgainstWindows, WritesLeaveFilesThatReadAsWindowsLeavesThem) {
     TempDir dir;
     std::string text = kFile;
     const std::string ending = GetParam();
-    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos; pos = text.find("\r\n", pos + ending.size())) {
+    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos;
+         pos = text.find("\r\n", pos + ending.size())) {
         text.replace(pos, 2, ending);
     }
     dir.Write("windows.ini", text);

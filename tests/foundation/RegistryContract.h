@@ -7,8 +7,8 @@
 
 #include "foundation/RegistryStore.h"
 
-#include <functional>
 #include <gtest/gtest.h>
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -30,7 +30,9 @@ struct RegistryBackendFactory {
     std::function<std::unique_ptr<RegistryBackend>()> make;
 };
 
-inline void PrintTo(const RegistryBackendFactory& factory, std::ostream* out) { *out << factory.name; }
+inline void PrintTo(const RegistryBackendFactory& factory, std::ostream* out) {
+    *out << factory.name;
+}
 
 // The suite; each backend instantiates it with its factories.
 class RegistryContract : public ::testing::TestWithParam<RegistryBackendFactory> {

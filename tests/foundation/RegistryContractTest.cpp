@@ -144,11 +144,13 @@ TEST_P(RegistryContract, ValuesEnumerateWithTheirDataAsText) {
     std::vector<std::string> names = {"kept"};
     std::vector<std::string> datas = {"kept"};
     EXPECT_EQ(EnumRegValues(Store(), Key(), names, datas), 6U);
-    EXPECT_EQ(names, (std::vector<std::string>{"kept", "(Default)", "bytes", "expand", "multi", "number", "text"}));
-    EXPECT_EQ(datas, (std::vector<std::string>{"kept", "default", std::string("\x01\x00\x02", 3),
-                                               std::string("%windir%\0", 9),  // not a REG_SZ: raw, NUL and all
-                                               "one",                          // only the first string
-                                               std::string("ABC\0", 4), "hello"}));
+    EXPECT_EQ(names,
+              (std::vector<std::string>{"kept", "(Default)", "bytes", "expand", "multi", "number", "text"}));
+    EXPECT_EQ(datas,
+              (std::vector<std::string>{"kept", "default", std::string("\x01\x00\x02", 3),
+                                        std::string("%windir%\0", 9),  // not a REG_SZ: raw, NUL and all
+                                        "one",                         // only the first string
+                                        std::string("ABC\0", 4), "hello"}));
 }
 
 TEST_P(RegistryContract, DeletionsRemoveWhatTheyNameAndIgnoreWhatIsAbsent) {
@@ -198,7 +200,9 @@ public:
         m_opened = m_machine.Open();
     }
     RegistryStore& Store() override { return m_opened->Registry(); }
-    [[nodiscard]] std::string Scratch() const override { return "HKEY_CURRENT_USER\\Software\\GlyphmoorContract"; }
+    [[nodiscard]] std::string Scratch() const override {
+        return "HKEY_CURRENT_USER\\Software\\GlyphmoorContract";
+    }
     [[nodiscard]] bool DeletesSubtrees() const override { return !m_nt; }
 
 private:
@@ -209,8 +213,10 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(
     Backends, RegistryContract,
-    ::testing::Values(RegistryBackendFactory{"MachineFolder98", [] { return std::make_unique<MachineFolderBackend>(false); }},
-                      RegistryBackendFactory{"MachineFolderNT", [] { return std::make_unique<MachineFolderBackend>(true); }}),
+    ::testing::Values(RegistryBackendFactory{"MachineFolder98",
+                                             [] { return std::make_unique<MachineFolderBackend>(false); }},
+                      RegistryBackendFactory{"MachineFolderNT",
+                                             [] { return std::make_unique<MachineFolderBackend>(true); }}),
     [](const auto& param) { return param.param.name; });
 
 }  // namespace

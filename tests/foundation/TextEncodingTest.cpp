@@ -6,7 +6,8 @@ namespace glyphmoor {
 namespace {
 
 TEST(TextEncoding, Utf8AndUtf16RoundTrip) {
-    const std::string samples[] = {"", "plain", "caf\xC3\xA9", "\xE6\x97\xA5\xE6\x9C\xAC", "\xF0\x9F\x98\x80 x"};
+    const std::string samples[] = {"", "plain", "caf\xC3\xA9", "\xE6\x97\xA5\xE6\x9C\xAC",
+                                   "\xF0\x9F\x98\x80 x"};
     for (const auto& s : samples) {
         EXPECT_EQ(Utf16ToUtf8(Utf8ToUtf16(s)), s) << s;
     }
@@ -19,11 +20,14 @@ TEST(TextEncoding, BrokenInputBecomesReplacementCharacters) {
         std::u16string expected;
     };
     const Case cases[] = {
-        {"\xC3", u"\uFFFD"},                  // truncated sequence at the end
-        {"\xE6\x97", u"\uFFFD\uFFFD"},        // truncated three-byte sequence
-        {"\xC0\xAF", u"\uFFFD\uFFFD"},        // overlong encoding
+        {"\xC3", u"\uFFFD"},                      // truncated sequence at the end
+        {"\xE6\x97", u"\uFFFD\uFFFD"},            // truncated three-byte sequence
+        {"\xC0\xAF", u"\uFFFD\uFFFD"},            // overlong encoding
         {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},  // encoded surrogate
-        {"a\xFF" "b", u"a\uFFFD" "b"},
+        {"a\xFF"
+         "b",
+         u"a\uFFFD"
+         "b"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(Utf8ToUtf16(c.input), c.expected);

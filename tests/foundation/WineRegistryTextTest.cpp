@@ -65,7 +65,8 @@ TEST(WineRegistryText, EveryValueFormIsUnderstood) {
         {"multi", Utf16Value(kRegMultiSz, std::u16string(u"o\0n\0e\0\0\0t\0w\0o\0\0\0\0\0", 18))},
         {"kanji", Utf16Value(kRegSz, std::u16string(u"\u00e5e,g\0", 6))},
         {"emoji", Utf16Value(kRegSz, std::u16string(u"=\xd8\0\xde\0\0", 6))},
-        {"quote \"and\" backslash", Utf16Value(kRegSz, std::u16string(u"C:\\WINDOWS\\SYSTEM\\shell32.dll,3\0", 32))},
+        {"quote \"and\" backslash",
+         Utf16Value(kRegSz, std::u16string(u"C:\\WINDOWS\\SYSTEM\\shell32.dll,3\0", 32))},
     };
     for (const auto& c : cases) {
         const HiveValue* value = key->FindValue(c.name);
@@ -94,7 +95,10 @@ TEST(WineRegistryText, StringsAreEscapedAsWineEscapesThem) {
         {u"\u65e5\u672c", "\\x65e5\\x672c"},
         {u"\U0001F600", "\\xd83d\\xde00"},  // surrogates stay two units
         {std::u16string(u"a\0b", 3), "a\\0b"},
-        {std::u16string(u"\0" u"1", 2), "\\0001"},  // an octal digit follows: three digits
+        {std::u16string(u"\0"
+                        u"1",
+                        2),
+         "\\0001"},  // an octal digit follows: three digits
         {u"\t\n\r\b\v\f\x1b\a", "\\t\\n\\r\\b\\v\\f\\e\\a"},
         {u"\x01\x1f", "\\1\\37"},
         {u"\x7f", "\x7f"},  // DEL stays as it is
@@ -157,7 +161,8 @@ TEST(WineRegistryText, MalformedFilesAreRefusedWithFileAndLine) {
         {"old-version", "WINE REGISTRY Version 1\n", "test.reg:1:"},
         {"bad-dword", header + "[k] 0\n\"v\"=dword:xyz\n", "test.reg:4: value \"v\": bad dword value"},
         {"long-dword", header + "[k] 0\n\"v\"=dword:123456789\n", "test.reg:4:"},
-        {"unterminated-string", header + "[k] 0\n\"v\"=\"abc\n", "test.reg:4: value \"v\": missing closing \""},
+        {"unterminated-string", header + "[k] 0\n\"v\"=\"abc\n",
+         "test.reg:4: value \"v\": missing closing \""},
         {"unterminated-name", header + "[k] 0\n\"v=\"abc\"\n", "test.reg:4:"},
         {"bad-hex", header + "[k] 0\n\"v\"=hex:0g\n", "test.reg:4: value \"v\": bad hex data"},
         {"bad-hex-type", header + "[k] 0\n\"v\"=hex(zz):00\n", "test.reg:4:"},
@@ -166,7 +171,8 @@ TEST(WineRegistryText, MalformedFilesAreRefusedWithFileAndLine) {
         {"value-before-key", header + "\"v\"=\"x\"\n", "test.reg:3: a value outside of any key"},
         {"unterminated-key", header + "[k 0\n", "test.reg:3: key name: missing closing ]"},
         {"bad-continuation", header + "[k] 0\n\"v\"=hex:00,\\\n  zz\n", "test.reg:5:"},
-        {"continued-into-nothing", header + "[k] 0\n\"v\"=hex:00,\\\n\n[j] 0\n", "test.reg:5: a continued value"},
+        {"continued-into-nothing", header + "[k] 0\n\"v\"=hex:00,\\\n\n[j] 0\n",
+         "test.reg:5: a continued value"},
         {"continued-past-the-end", header + "[k] 0\n\"v\"=hex:00,\\\n", "test.reg:4: the file ends inside"},
     };
     for (const auto& c : cases) {

@@ -95,10 +95,14 @@ TEST(DetectShellIcons, TheDesktopUpdateShellAndIe471AreReadFromTheRegistry) {
         bool newShell;
         bool ie471;
     } cases[] = {
-        {false, nullptr, false, false},     {false, "4.71.1712.6", false, false},  // IE 4.71 counts only with
-                                                                                   // the new shell
-        {true, nullptr, true, false},       {true, "4.71.1712.6", true, true},     {true, "4.71", true, true},
-        {true, "4.72.3110.8", true, false}, {true, "5.00.2614.3500", true, false},
+        {false, nullptr, false, false},
+        {false, "4.71.1712.6", false, false},  // IE 4.71 counts only with
+                                               // the new shell
+        {true, nullptr, true, false},
+        {true, "4.71.1712.6", true, true},
+        {true, "4.71", true, true},
+        {true, "4.72.3110.8", true, false},
+        {true, "5.00.2614.3500", true, false},
     };
     for (const auto& c : cases) {
         CatalogueMachine machine(Flavour::Win95);

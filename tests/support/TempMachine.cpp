@@ -1,8 +1,8 @@
 #include "support/TempMachine.h"
 
+#include <gtest/gtest.h>
 #include <cstdlib>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <random>
 #include <sstream>
 
@@ -12,7 +12,8 @@ namespace fs = std::filesystem;
 
 TempDir::TempDir() {
     std::random_device random;
-    m_path = fs::temp_directory_path() / ("glyphmoor-test-" + std::to_string(random()) + std::to_string(random()));
+    m_path =
+        fs::temp_directory_path() / ("glyphmoor-test-" + std::to_string(random()) + std::to_string(random()));
     fs::create_directories(m_path);
 }
 
@@ -60,7 +61,8 @@ std::string WinNtSystem() {
            "\n[System\\\\CurrentControlSet\\\\Hardware Profiles\\\\Current] 1700000000\n";
 }
 
-TempMachine::TempMachine(std::string_view systemBody, std::string_view userBody, std::string_view userdefBody) {
+TempMachine::TempMachine(std::string_view systemBody, std::string_view userBody,
+                         std::string_view userdefBody) {
     m_dir.Write("system.reg", HiveText("\\\\Machine", systemBody));
     m_dir.Write("user.reg", HiveText("\\\\User\\\\S-1-5-21-0-0-0-1000", userBody));
     m_dir.Write("userdef.reg", HiveText("\\\\User\\\\.Default", userdefBody));
@@ -96,7 +98,9 @@ ScopedEnvironment::ScopedEnvironment(std::string name, const std::string& value)
     SetVariable(m_name, value);
 }
 
-ScopedEnvironment::~ScopedEnvironment() { SetVariable(m_name, m_old); }
+ScopedEnvironment::~ScopedEnvironment() {
+    SetVariable(m_name, m_old);
+}
 
 bool HostPathsHaveDriveLetters() {
     const std::string temp = fs::temp_directory_path().string();

@@ -35,7 +35,7 @@ public:
     IconsPage(MsgContext messages, const Environment* machine, IconCatalogue& catalogue, IconNameMarks& names,
               QWidget* parent = nullptr);
 
-        // Builds the catalogue, pointers included, and fills the lists the first
+    // Builds the catalogue, pointers included, and fills the lists the first
     // time the page is shown; staged changes survive later visits.
     void EnsureLoaded();
     // Brings the list of group 1 to 7 to the front.
