@@ -169,7 +169,7 @@ std::string GetRegString(RegistryStore& store, std::string_view path, std::strin
     }
     std::u32string buffer(kTextCapacity, U' ');
     buffer.replace(0, data.size(), data);
-    return CodePointsToUtf8(CutAtNull(TrimBlanks(std::move(buffer))));
+    return CodePointsToUtf8(CutAtNull(TrimBlanks(buffer)));
 }
 
 void SetRegString(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {

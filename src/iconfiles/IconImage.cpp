@@ -129,7 +129,7 @@ Result<RgbaImage> DecodeIconImage(std::span<const std::byte> data) {
         }
         palette.resize(n);
         for (std::uint32_t i = 0; i < n; ++i) {
-            const std::size_t at = pos + i * 4;  // RGBQUAD: blue, green, red, reserved
+            const std::size_t at = pos + std::size_t{i} * 4;  // RGBQUAD: blue, green, red, reserved
             palette[i] = {*r.U8(at + 2), *r.U8(at + 1), *r.U8(at)};
         }
         pos += static_cast<std::size_t>(n) * 4;

@@ -68,6 +68,7 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
     std::vector<std::vector<const RawResource*>> types;
     {
         std::vector<const RawResource*> sorted;
+        sorted.reserve(resources.size());
         for (const RawResource& r : resources) {
             sorted.push_back(&r);
         }
@@ -150,6 +151,7 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
         }
     };
     std::vector<ResourceId> typeIds;
+    typeIds.reserve(types.size());
     for (const auto& t : types) {
         typeIds.push_back(t.front()->type);
     }
@@ -245,9 +247,9 @@ std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resou
     w += 4;                // loader flags
     PutAt32(file, w, 16);  // number of data directories
     w += 4;
-    PutAt32(file, w + 2 * 8, kRsrcRva);  // the resource directory
-    PutAt32(file, w + 2 * 8 + 4, rsrcSize);
-    w += 16 * 8;
+    PutAt32(file, w + std::size_t{2} * 8, kRsrcRva);  // the resource directory
+    PutAt32(file, w + std::size_t{2} * 8 + 4, rsrcSize);
+    w += std::size_t{16} * 8;
 
     const char name[8] = {'.', 'r', 's', 'r', 'c', 0, 0, 0};
     for (std::size_t i = 0; i < 8; ++i) {

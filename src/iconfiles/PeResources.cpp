@@ -142,7 +142,7 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
         return Fail("the PE optional header has an unknown magic number");
     }
     const auto dirCount = file.U32(optional + countAt);
-    const std::size_t entryAt = countAt + 4 + kResourceDataDirectory * 8;
+    const std::size_t entryAt = countAt + 4 + std::size_t{kResourceDataDirectory} * 8;
     if (!dirCount || *dirCount <= kResourceDataDirectory || entryAt + 8 > *optionalSize) {
         return Fail("the file has no resource section");
     }

@@ -313,10 +313,11 @@ public:
             if (!Holds(row)) {
                 continue;
             }
-            std::string display(row.display);
+            std::string display;
             if (row.name == Name::RecycleBin) {
-                display = RecycleName() + display;
+                display = RecycleName();
             }
+            display += row.display;
             AddCatalogueEntry(m_registry, m_app.winDir, group, std::move(display), StoreOf(row),
                               DefaultFile(row), DefaultIndex(row),
                               row.name == Name::UserGiven ? ClassKeyOf(row) : std::string(),
