@@ -4,6 +4,7 @@
 #include "foundation/AppState.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
+#include "icons/IconCacheRebuild.h"
 #include "icons/IconEditing.h"
 #include "ui/core/SilentPrompt.h"
 #include "ui/core/modMsgbox.h"
@@ -87,9 +88,17 @@ struct IconSession {
         }
     }
 
-    // Applies what was staged and writes the machine back.
+    // Applies what was staged as the window's Apply does, the icon-cache
+    // rebuild included (answering its notices silently), and writes the machine back.
     bool ApplyAndSave(CliContext& c) {
         ApplyIconChanges(catalogue, machine.Registry(), machine.Sys(), state, names);
+        if (state.rebuildPending) {
+            SilentPrompt prompt(machine.Sys(), app.helpFile);
+            MsgContext messages{prompt, machine.Registry(), machine.Sys(), app, state};
+            RebuildHooks hooks;
+            hooks.desktopUpdateShell = [this] { return catalogue.State().newShell; };
+            RebuildIconCache(messages, hooks);
+        }
         return c.SaveMachine();
     }
 };
@@ -114,11 +123,6 @@ std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession&
     return std::nullopt;
 }
 
-void PrintEntry(CliContext& c, const IconGroup& group, const SystemIconEntry& e) {
-    c.out << group.Number() << '\t' << e.displayName << '\t' << e.catalogueName << '\t' << e.currentFile
-          << '\t' << e.currentIndex << '\t' << e.defaultFile << '\t' << e.defaultIndex << '\n';
-}
-
 // Runs one staging step on one entry; applies and saves when it changed something.
 template <typename Step>
 int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
@@ -137,18 +141,8 @@ int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, St
         c.err << "glyphmoor-cli: nothing to change\n";
         return kExitOk;
     }
-    if (!s.ApplyAndSave(c)) {
-        return kExitFailed;
-    }
-    const IconGroup& list = s.catalogue.Group(number);
-    const std::string_view key = list.KeyAt(position);
-    for (const SystemIconEntry& e : list.Entries()) {
-        if (e.Key() == key || (number == static_cast<int>(GroupNumber::DesktopIcons) &&
-                               key.starts_with("Recycle Bin") && e.Key().starts_with("Recycle Bin"))) {
-            PrintEntry(c, list, e);
-        }
-    }
-    return kExitOk;
+    // Like the window's Apply, a change prints nothing; `icons` shows the result.
+    return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
 }
 
 int IconsSet(CliContext& c, CommandArgs a) {
@@ -227,15 +221,7 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
         return kExitFailed;
     }
     RestoreAll(s.catalogue, machine->Registry(), s.state, cursors);
-    if (!s.ApplyAndSave(c)) {
-        return kExitFailed;
-    }
-    for (int number = 1; number <= kIconGroupCount; ++number) {
-        if (number == static_cast<int>(GroupNumber::Cursors) ? cursors : !cursors) {
-            PrintIconGroup(c.out, s.catalogue.Group(number));
-        }
-    }
-    return kExitOk;
+    return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
 }
 
 int Icons(CliContext& c, CommandArgs a) {

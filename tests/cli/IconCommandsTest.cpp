@@ -188,8 +188,33 @@ TEST(IconCommands, StagingCommandsApplyAndSave) {
         full.insert(full.end(), row.args.begin(), row.args.end());
         const CliRun run = RunIcons(full);
         EXPECT_EQ(run.status, row.status) << run.err;
+        EXPECT_EQ(run.out, "");
         const CliRun read = RunIcons({"--machine", dir, "reg", "read", row.path, row.name});
         EXPECT_EQ(read.out, row.value + "\n");
+    }
+}
+
+TEST(IconCommands, AnIconChangeRebuildsTheIconCacheAsApplyDoes) {
+    // The rebuild leaves "Shell Icon Size" written back even where there was none;
+    // a pointer change needs no rebuild.
+    const std::string metrics = "HKEY_CURRENT_USER\\Control Panel\\desktop\\WindowMetrics";
+    struct Case {
+        std::vector<std::string> change;
+        std::string size;
+    };
+    const Case cases[] = {
+        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, "32"},
+        {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"}, "Error"},
+    };
+    for (const auto& k : cases) {
+        TempMachine machine;
+        std::vector<std::string> args = {"--machine", machine.Dir().string()};
+        args.insert(args.end(), k.change.begin(), k.change.end());
+        ASSERT_EQ(RunIcons(args).status, kExitOk);
+        EXPECT_EQ(
+            RunIcons({"--machine", machine.Dir().string(), "reg", "read", metrics, "Shell Icon Size"}).out,
+            k.size + "\n")
+            << k.change[2];
     }
 }
 
