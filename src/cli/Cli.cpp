@@ -76,10 +76,7 @@ Machine* CliContext::OpenMachine() {
 }
 
 std::optional<std::filesystem::path> CliContext::HostFile(const std::string& argument) {
-    const bool windowsPath =
-        argument.size() >= 2 && argument[1] == ':' &&
-        ((argument[0] >= 'A' && argument[0] <= 'Z') || (argument[0] >= 'a' && argument[0] <= 'z'));
-    if (!windowsPath) {
+    if (!IsDriveLetterPath(argument)) {
         return std::filesystem::path(argument);
     }
     Machine* machine = OpenMachine();

@@ -13,14 +13,8 @@ constexpr std::string_view kHelp =
     "ini keys FILE SECTION             print the key names of a section, one a line\n"
     "ini write FILE SECTION KEY VALUE  set a value, creating the section or file\n";
 
-bool IsWindowsPath(std::string_view path) {
-    const bool letter =
-        !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
-    return letter && path.size() >= 2 && path[1] == ':';
-}
-
 std::filesystem::path FilePath(const std::string& file, const Environment* env) {
-    if (env != nullptr && IsWindowsPath(file)) {
+    if (env != nullptr && IsDriveLetterPath(file)) {
         return env->HostPath(file);
     }
     return std::filesystem::path(file);
@@ -36,7 +30,7 @@ int RunIni(CliContext& context, std::string_view verb, CommandArgs args) {
     std::vector<std::string> words{std::string(verb)};
     words.insert(words.end(), args.begin(), args.end());
     const Environment* env = nullptr;
-    if (!args.empty() && IsWindowsPath(args[0])) {
+    if (!args.empty() && IsDriveLetterPath(args[0])) {
         Machine* machine = context.OpenMachine();
         if (machine == nullptr) {
             return kExitFailed;

@@ -24,6 +24,12 @@ struct OsVersion {
 inline constexpr std::uint32_t kPlatformWindows = 1;
 inline constexpr std::uint32_t kPlatformNt = 2;
 
+// A full Windows path: a drive letter and a colon ("C:\\Msdos.sys").
+inline bool IsDriveLetterPath(std::string_view path) {
+    return path.size() >= 2 && path[1] == ':' &&
+           ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+}
+
 class Environment {
 public:
     virtual ~Environment() = default;

@@ -1,5 +1,6 @@
 #include "foundation/MachineFolder.h"
 
+#include "foundation/Environment.h"
 #include "foundation/TextEncoding.h"
 
 #include <cctype>
@@ -7,14 +8,6 @@
 namespace glyphmoor {
 
 namespace fs = std::filesystem;
-
-namespace {
-
-bool IsDriveLetterPath(std::string_view path) {
-    return path.size() >= 2 && path[1] == ':' && std::isalpha(static_cast<unsigned char>(path[0])) != 0;
-}
-
-}  // namespace
 
 fs::path ResolveNoCase(const fs::path& base, std::string_view relative) {
     fs::path current = base;
