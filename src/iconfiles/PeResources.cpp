@@ -119,6 +119,20 @@ Result<ResourceId> ReadName(const ByteReader& tree, std::uint32_t name) {
     return ResourceId::Name(Utf16ToUtf8(BytesToUtf16(raw)));
 }
 
+// US English, else the neutral language, else the first of a resource's languages.
+const TreeEntry& PreferredLanguage(const std::vector<TreeEntry>& languages) {
+    constexpr std::uint32_t kEnglishUs = 0x409;
+    constexpr std::uint32_t kNeutral = 0;
+    for (std::uint32_t wanted : {kEnglishUs, kNeutral}) {
+        for (const TreeEntry& entry : languages) {
+            if (entry.name == wanted) {
+                return entry;
+            }
+        }
+    }
+    return languages.front();
+}
+
 }  // namespace
 
 Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t peOffset) {
@@ -164,7 +178,8 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
 
     // The tree has three levels as Windows reads it: type, name, language.
     // Only those three are walked, so a tree whose offsets loop back cannot
-    // make the reader recurse; of the languages the first is taken.
+    // make the reader recurse; of the languages US English is taken, else
+    // the neutral language, else the first (as an English Windows finds them).
     auto types = ReadNode(*tree, 0);
     if (!types) {
         return Fail(types.reason());
@@ -200,7 +215,7 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
                 if (languages->empty()) {
                     continue;  // a name without any language has no data to find
                 }
-                dataEntry = languages->front().target;
+                dataEntry = PreferredLanguage(*languages).target;
                 if ((dataEntry & kHighBit) != 0) {
                     return Fail("the resource tree is deeper than three levels");
                 }

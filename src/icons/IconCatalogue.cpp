@@ -2,6 +2,9 @@
 
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
+#include "icons/OwnDefaults.h"
+
+#include <cstdlib>
 
 #include <algorithm>
 #include <span>
@@ -304,7 +307,7 @@ std::string DefaultIconOf(std::string_view key) {
 class RowWalker {
 public:
     RowWalker(RegistryStore& registry, const AppEnvironment& app, const ShellIconState& state)
-        : m_registry(registry), m_app(app), m_state(state) {}
+        : m_registry(registry), m_app(app), m_state(state), m_ownDefaults(registry, app) {}
 
     void Fill(IconGroup& group, std::span<const Row> rows, bool includeShortcutOverlay) {
         m_includeShortcutOverlay = includeShortcutOverlay;
@@ -318,15 +321,74 @@ public:
                 display = RecycleName();
             }
             display += row.display;
-            AddCatalogueEntry(m_registry, m_app.winDir, group, std::move(display), StoreOf(row),
-                              DefaultFile(row), DefaultIndex(row),
-                              row.name == Name::UserGiven ? ClassKeyOf(row) : std::string(),
-                              std::string(row.catalogueName));
+            const IconStore store = StoreOf(row);
+            OwnDefault byDefault{{DefaultFile(row), DefaultIndex(row)}, false};
+            if (KeepsOwnDefaults(m_app.kind)) {
+                auto own = OwnDefaultOf(row, store, byDefault.location);
+                if (!own) {
+                    continue;  // the machine has no such object, or no picture for it
+                }
+                byDefault = std::move(*own);
+            }
+            if (!AddCatalogueEntry(m_registry, m_app.winDir, group, std::move(display), store,
+                                   byDefault.location.file, byDefault.location.index,
+                                   row.name == Name::UserGiven ? ClassKeyOf(row) : std::string(),
+                                   std::string(row.catalogueName))) {
+                continue;
+            }
+            SystemIconEntry& added = group.At(group.Count() - 1);
+            if (KeepsOwnDefaults(m_app.kind)) {
+                ShowOwnName(row, added);
+            }
+            added.defaultAbsent = byDefault.absent;
+            added.loaded = added.Current();
+            added.loadedName = added.displayName;
         }
         group.Refresh();
     }
 
 private:
+    // A row on a machine with defaults of its own: only for objects the machine
+    // has, with the machine's own default.
+    std::optional<OwnDefault> OwnDefaultOf(const Row& row, const IconStore& store,
+                                           const IconLocation& described) {
+        const bool classRow = row.store == Store::ObjectIcon || row.store == Store::KeyIcon;
+        if (classRow && !RegKeyExists(m_registry, ClassKeyOf(row))) {
+            return std::nullopt;
+        }
+        OwnDefaultQuery query{.store = store, .described = described};
+        if (row.store == Store::ShellIcons) {
+            query.shellIndex = std::atoi(store.valueName.c_str());
+        } else if (row.store == Store::FileClass) {
+            query.fileClass = FileClass(row);
+        } else if (row.store == Store::Cursors) {
+            query.cursorValue = row.key;
+        }
+        return m_ownDefaults.Find(query);
+    }
+
+    // The name the machine's shell shows for a renamable object.
+    void ShowOwnName(const Row& row, SystemIconEntry& entry) {
+        std::string key;
+        if (row.name == Name::UserGiven) {
+            key = ClassKeyOf(row);
+        } else if (row.name == Name::RecycleBin) {
+            key = m_state.ClassKey(DesktopObject::RecycleBin);
+        }
+        if (key.empty()) {
+            return;
+        }
+        const std::string text = GetRegString(m_registry, key, ShownNameValue(m_registry, key));
+        const auto shown = Readable(text) ? ResolveShownName(m_app, text) : std::nullopt;
+        if (!shown || shown->empty()) {
+            return;
+        }
+        if (entry.catalogueName.empty()) {
+            entry.catalogueName = entry.displayName;
+        }
+        entry.displayName = row.name == Name::RecycleBin ? *shown + std::string(row.display) : *shown;
+    }
+
     bool Holds(const Row& row) const {
         switch (row.when) {
             case When::Always:
@@ -364,8 +426,13 @@ private:
             case Store::ObjectIcon:
             case Store::KeyIcon:
                 return {DefaultIconOf(ClassKeyOf(row)), std::string(row.value)};
-            case Store::FileClass:
-                return {DefaultIconOf("HKEY_CLASSES_ROOT\\" + FileClass(row)), {}};
+            case Store::FileClass: {
+                // A type without a readable class has no icon store: "Error"
+                // is a marker, never a class name.
+                const std::string fileClass = FileClass(row);
+                return Readable(fileClass) ? IconStore{DefaultIconOf("HKEY_CLASSES_ROOT\\" + fileClass), {}}
+                                           : IconStore{};
+            }
             case Store::Cursors:
                 return {std::string(kCursorsPath), std::string(row.key)};
         }
@@ -437,6 +504,7 @@ private:
     RegistryStore& m_registry;
     const AppEnvironment& m_app;
     const ShellIconState& m_state;
+    OwnDefaultFinder m_ownDefaults;
     bool m_includeShortcutOverlay = true;
 };
 
