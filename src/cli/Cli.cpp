@@ -5,6 +5,7 @@
 #include "cli/IniCommands.h"
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
+#include "cli/UndoCommands.h"
 
 #include <array>
 #include <ostream>
@@ -15,7 +16,8 @@ namespace {
 
 // Every group of commands, each a table of its own.
 std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands(), IconCommands(), IconFileCommands(), RebuildCommands()};
+    return {RegCommands(),      IniCommands(),     IconCommands(),
+            IconFileCommands(), RebuildCommands(), UndoCommands()};
 }
 
 void PrintHelp(std::ostream& out) {
@@ -72,6 +74,9 @@ Machine* CliContext::OpenMachine() {
         return nullptr;
     }
     m_machine = std::move(*machine);
+    if (auto warning = m_machine->StaleWarning()) {
+        err << "glyphmoor-cli: warning: " << *warning << '\n';
+    }
     return m_machine.get();
 }
 

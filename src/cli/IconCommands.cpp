@@ -4,13 +4,16 @@
 #include "foundation/AppState.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
+#include "iconfiles/modResource.h"
 #include "icons/IconCacheRebuild.h"
 #include "icons/IconEditing.h"
+#include "icons/OwnDefaults.h"
 #include "ui/core/SilentPrompt.h"
 #include "ui/core/modMsgbox.h"
 
 #include <array>
 #include <charconv>
+#include <filesystem>
 #include <optional>
 
 namespace glyphmoor {
@@ -27,8 +30,10 @@ int IconsRestoreAll(CliContext& c, CommandArgs a);
 // that matches, and "icons" alone would match them all.
 constexpr std::array<CliCommand, 5> kCommands = {{
     {"icons set", "GROUP NAME LOCATION",
-     "gives the entry NAME of GROUP (a number or a group name) the icon LOCATION (file,index; a pointer "
-     "file for Cursors) and applies it",
+     "gives the entry NAME of GROUP the icon LOCATION (file,index of an icon the file holds, a negative "
+     "index a resource id; a .cur or .ani file for Cursors) and applies it. GROUP is a number from 1 to 7 "
+     "or a group's name: Desktop Icons, Start Icons, Folder Icons, Drive Icons, Other Icons, File Icons, "
+     "Cursors",
      IconsSet},
     {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", IconsRestore},
     {"icons rename", "GROUP NAME NEWNAME",
@@ -103,6 +108,34 @@ struct IconSession {
     }
 };
 
+// Why LOCATION cannot be given to an entry of the group: the file is not on
+// the machine, or does not hold that icon, or is no pointer file. Nothing when
+// it can.
+std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconLocation& location) {
+    const AppEnvironment app = InitEnvironment(machine.Env());
+    const std::string file = InSystemFolder(app, location.file);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(machine.Env().HostPath(file), ec)) {
+        return "the machine has no file " + file;
+    }
+    if (group == static_cast<int>(GroupNumber::Cursors)) {
+        const std::string_view extension =
+            std::string_view(file).substr(file.size() >= 4 ? file.size() - 4 : 0);
+        if (EqualsNoCase(extension, ".cur") || EqualsNoCase(extension, ".ani")) {
+            return std::nullopt;
+        }
+        return file + " is not a pointer file (.cur or .ani)";
+    }
+    OwnDefaultFinder finder(machine.Registry(), app);
+    if (!finder.Holds(location)) {
+        return location.index < 0
+                   ? file + " holds no icon with the resource id " + std::to_string(-location.index)
+                   : file + " holds no icon at index " + std::to_string(location.index) + " (it holds " +
+                         std::to_string(IconCountOfFile(machine.Env().HostPath(file))) + ")";
+    }
+    return std::nullopt;
+}
+
 // Finds GROUP and NAME; says why on the error stream when either is unknown.
 std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession& s,
                                                      std::string_view groupText, std::string_view name) {
@@ -153,6 +186,16 @@ int IconsSet(CliContext& c, CommandArgs a) {
     if (!location || location->file.empty()) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not an icon location (file,index)\n";
         return kExitUsage;
+    }
+    Machine* machine = c.OpenMachine();
+    if (machine == nullptr) {
+        return kExitFailed;
+    }
+    if (const auto group = GroupArgument(a[0])) {
+        if (auto why = WhyNotUsable(*machine, *group, *location)) {
+            c.err << "glyphmoor-cli: " << *why << "; nothing was changed\n";
+            return kExitFailed;
+        }
     }
     return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
         return ChangeIcon(s.catalogue, s.state, number, position, *location);
@@ -227,9 +270,10 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
 int Icons(CliContext& c, CommandArgs a) {
     std::optional<int> only;
     if (a.size() == 2 && a[0] == "--group") {
-        only = ParseGroup(a[1]);
+        only = GroupArgument(a[1]);
         if (!only) {
-            c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount << '\n';
+            c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount
+                  << " or a group's name\n";
             return UsageError(c, kCommands[4]);
         }
     } else if (!a.empty()) {

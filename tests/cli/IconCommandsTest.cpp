@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -125,7 +127,7 @@ TEST(IconCommands, RefusesAGroupItDoesNotHave) {
     for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
              {"icons", "--group", "0"},
              {"icons", "--group", "8"},
-             {"icons", "--group", "Cursors"},
+             {"icons", "--group", "Pointers"},
              {"icons", "--group"},
              {"icons", "7"},
          }) {
@@ -136,6 +138,15 @@ TEST(IconCommands, RefusesAGroupItDoesNotHave) {
         EXPECT_EQ(run.out, "") << args.back();
         EXPECT_NE(run.err.find("usage: glyphmoor-cli icons [--group N]"), std::string::npos) << args.back();
     }
+}
+
+// An icon library (the default machine's shell32.dll) and a pointer file at
+// C:\lib.dll and C:\busy.ani of the machine.
+void PutIconFiles(const TempMachine& machine) {
+    const std::filesystem::path driveC = machine.Dir() / "drive_c";
+    std::filesystem::create_directories(driveC);
+    std::filesystem::copy_file(SeedDirs().back() / "drive_c/WINDOWS/SYSTEM/shell32.dll", driveC / "lib.dll");
+    std::ofstream(driveC / "busy.ani") << "RIFF";
 }
 
 // The staging commands apply and save: each row runs one command on a fresh
@@ -153,8 +164,17 @@ TEST(IconCommands, StagingCommandsApplyAndSave) {
         std::string value;  // what "reg read" prints afterwards
     };
     const std::vector<Row> rows = {
-        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, 0, shellIcons, "24", "C:\\run.ico,3"},
-        {{"icons", "set", "Start Icons", "run", "C:\\run.ico"}, 0, shellIcons, "24", "C:\\run.ico,0"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,3"}, 0, shellIcons, "24", "C:\\lib.dll,3"},
+        {{"icons", "set", "Start Icons", "run", "C:\\lib.dll"}, 0, shellIcons, "24", "C:\\lib.dll,0"},
+        // A location the machine cannot draw is refused and nothing is written.
+        {{"icons", "set", "2", "Run", "C:\\none.dll,3"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,4000"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,-4000"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "Cursors", "Busy", "C:\\lib.dll"},
+         1,
+         "HKEY_CURRENT_USER\\Control Panel\\Cursors",
+         "Wait",
+         "Error"},
         {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"},
          0,
          "HKEY_CURRENT_USER\\Control Panel\\Cursors",
@@ -183,6 +203,7 @@ TEST(IconCommands, StagingCommandsApplyAndSave) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.args[1] + " " + row.args[3 % row.args.size()]);
         TempMachine machine;
+        PutIconFiles(machine);
         const std::string dir = machine.Dir().string();
         std::vector<std::string> full = {"--machine", dir};
         full.insert(full.end(), row.args.begin(), row.args.end());
@@ -203,11 +224,12 @@ TEST(IconCommands, AnIconChangeRebuildsTheIconCacheAsApplyDoes) {
         std::string size;
     };
     const Case cases[] = {
-        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, "32"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,3"}, "32"},
         {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"}, "Error"},
     };
     for (const auto& k : cases) {
         TempMachine machine;
+        PutIconFiles(machine);
         std::vector<std::string> args = {"--machine", machine.Dir().string()};
         args.insert(args.end(), k.change.begin(), k.change.end());
         ASSERT_EQ(RunIcons(args).status, kExitOk);
