@@ -92,7 +92,8 @@ IconSource::IconSource(const std::filesystem::path& file) {
 }
 
 QImage IconSource::Icon(int index, int size) {
-    if (index < 0 || index >= m_count) {
+    // A negative index names an icon group of a program by its resource id.
+    if (index >= m_count || (index < 0 && !m_module)) {
         return {};
     }
     const auto key = std::make_pair(index, size);

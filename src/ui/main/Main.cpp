@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -117,6 +118,16 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
 
     BuildMenus();
     BuildToolbar();
+
+    // Which machine is open, always in sight.
+    auto* machineLabel =
+        new QLabel(QStringLiteral("Machine: ") + QString::fromStdString(m_machine.Description()));
+    machineLabel->setObjectName(QStringLiteral("lblMachine"));
+    statusBar()->addPermanentWidget(machineLabel, 1);
+    if (auto warning = m_machine.StaleWarning()) {
+        machineLabel->setToolTip(QString::fromStdString(*warning));
+        machineLabel->setText(machineLabel->text() + QStringLiteral(" (a wineserver is running: read only)"));
+    }
 
     // Start-up: caption and current theme, position, first page.
     SetCurrentTheme(m_machine.Registry(), m_state, "load");

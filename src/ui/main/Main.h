@@ -14,7 +14,10 @@
 #include "ui/core/Prompt.h"
 #include "ui/core/modMsgbox.h"
 
+#include <QDialog>
 #include <QMainWindow>
+
+#include <functional>
 
 #include <map>
 #include <memory>
@@ -73,6 +76,10 @@ private:
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
     void RestoreAllCommand(bool cursors);
+    // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
+    void UndoAllCommand();
+    // Tests answer the undo dialog without showing it: true goes ahead.
+    void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
     void OpenAddress(std::string_view address);
 
     QWidget* BuildPageBar();
@@ -97,6 +104,7 @@ private:
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
+    std::function<bool(QDialog&)> m_undoAnswer;
 };
 
 }  // namespace glyphmoor
