@@ -8,8 +8,8 @@
 #include "icons/IconCacheRebuild.h"
 #include "icons/IconEditing.h"
 #include "icons/OwnDefaults.h"
-#include "ui/core/SilentPrompt.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/SilentPrompt.h"
+#include "prompts/modMsgbox.h"
 
 #include <array>
 #include <charconv>
@@ -19,35 +19,6 @@
 namespace glyphmoor {
 
 namespace {
-
-int Icons(CliContext& c, CommandArgs a);
-int IconsSet(CliContext& c, CommandArgs a);
-int IconsRestore(CliContext& c, CommandArgs a);
-int IconsRename(CliContext& c, CommandArgs a);
-int IconsRestoreAll(CliContext& c, CommandArgs a);
-
-// The two-word commands come first: the command finder takes the first name
-// that matches, and "icons" alone would match them all.
-constexpr std::array<CliCommand, 5> kCommands = {{
-    {"icons set", "GROUP NAME LOCATION",
-     "gives the entry NAME of GROUP the icon LOCATION (file,index of an icon the file holds, a negative "
-     "index a resource id; a .cur or .ani file for Cursors) and applies it. GROUP is a number from 1 to 7 "
-     "or a group's name: Desktop Icons, Start Icons, Folder Icons, Drive Icons, Other Icons, File Icons, "
-     "Cursors",
-     IconsSet},
-    {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", IconsRestore},
-    {"icons rename", "GROUP NAME NEWNAME",
-     "renames a desktop object or a special folder (the Recycle Bin's two entries together) and applies it",
-     IconsRename},
-    {"icons restore-all", "[--cursors] [--yes]",
-     "puts every icon (or with --cursors every pointer) back to its default and applies them; asks for "
-     "--yes first",
-     IconsRestoreAll},
-    {"icons", "[--group N]",
-     "prints the icon catalogue, an entry a line: group, display name, catalogue name, current file, "
-     "current index, default file, default index",
-     Icons},
-}};
 
 // The group number of "--group N", 1 to 7.
 std::optional<int> ParseGroup(std::string_view text) {
@@ -108,34 +79,6 @@ struct IconSession {
     }
 };
 
-// Why LOCATION cannot be given to an entry of the group: the file is not on
-// the machine, or does not hold that icon, or is no pointer file. Nothing when
-// it can.
-std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconLocation& location) {
-    const AppEnvironment app = InitEnvironment(machine.Env());
-    const std::string file = InSystemFolder(app, location.file);
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(machine.Env().HostPath(file), ec)) {
-        return "the machine has no file " + file;
-    }
-    if (group == static_cast<int>(GroupNumber::Cursors)) {
-        const std::string_view extension =
-            std::string_view(file).substr(file.size() >= 4 ? file.size() - 4 : 0);
-        if (EqualsNoCase(extension, ".cur") || EqualsNoCase(extension, ".ani")) {
-            return std::nullopt;
-        }
-        return file + " is not a pointer file (.cur or .ani)";
-    }
-    OwnDefaultFinder finder(machine.Registry(), app);
-    if (!finder.Holds(location)) {
-        return location.index < 0
-                   ? file + " holds no icon with the resource id " + std::to_string(-location.index)
-                   : file + " holds no icon at index " + std::to_string(location.index) + " (it holds " +
-                         std::to_string(IconCountOfFile(machine.Env().HostPath(file))) + ")";
-    }
-    return std::nullopt;
-}
-
 // Finds GROUP and NAME; says why on the error stream when either is unknown.
 std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession& s,
                                                      std::string_view groupText, std::string_view name) {
@@ -156,15 +99,41 @@ std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession&
     return std::nullopt;
 }
 
+// Why LOCATION cannot be given to an entry of the group: the file is not on
+// the machine, or does not hold that icon, or is no pointer file. Nothing when
+// it can.
+std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconLocation& location) {
+    const AppEnvironment app = InitEnvironment(machine.Env());
+    const std::string file = InSystemFolder(app, location.file);
+    const std::filesystem::path host = machine.Env().HostPath(file);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(host, ec)) {
+        return "the machine has no file " + file;
+    }
+    if (group == static_cast<int>(GroupNumber::Cursors)) {
+        const std::string_view extension =
+            std::string_view(file).substr(file.size() >= 4 ? file.size() - 4 : 0);
+        if (EqualsNoCase(extension, ".cur") || EqualsNoCase(extension, ".ani")) {
+            return std::nullopt;
+        }
+        return file + " is not a pointer file (.cur or .ani)";
+    }
+    OwnDefaultFinder finder(machine.Registry(), app);
+    if (finder.Holds(location)) {
+        return std::nullopt;
+    }
+    if (location.index < 0) {
+        return file + " holds no icon with the resource id " + std::to_string(-location.index);
+    }
+    return file + " holds no icon at index " + std::to_string(location.index) + " (it holds " +
+           std::to_string(IconCountOfFile(host)) + ")";
+}
+
 // Runs one staging step on one entry; applies and saves when it changed something.
 template <typename Step>
 int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
     const auto group = GroupArgument(groupText);
-    IconSession s(*machine, group && *group == static_cast<int>(GroupNumber::Cursors));
+    IconSession s(c.TheMachine(), group && *group == static_cast<int>(GroupNumber::Cursors));
     const auto found = FindEntry(c, s, groupText, name);
     if (!found) {
         return kExitFailed;
@@ -178,21 +147,16 @@ int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, St
     return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
 }
 
+}  // namespace
+
 int IconsSet(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, kCommands[0]);
-    }
     const auto location = SplitIconLocation(a[2]);
     if (!location || location->file.empty()) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not an icon location (file,index)\n";
         return kExitUsage;
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
     if (const auto group = GroupArgument(a[0])) {
-        if (auto why = WhyNotUsable(*machine, *group, *location)) {
+        if (auto why = WhyNotUsable(c.TheMachine(), *group, *location)) {
             c.err << "glyphmoor-cli: " << *why << "; nothing was changed\n";
             return kExitFailed;
         }
@@ -203,9 +167,6 @@ int IconsSet(CliContext& c, CommandArgs a) {
 }
 
 int IconsRestore(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, kCommands[1]);
-    }
     return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
         const std::string label = PathLabelText(number, s.catalogue.Group(number).At(position));
         return RestoreIcon(s.catalogue, s.state, number, position, label);
@@ -213,9 +174,6 @@ int IconsRestore(CliContext& c, CommandArgs a) {
 }
 
 int IconsRename(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, kCommands[2]);
-    }
     bool notRenamable = false;
     bool emptyName = false;
     const int status = OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
@@ -247,13 +205,10 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
         } else if (arg == "--yes") {
             yes = true;
         } else {
-            return UsageError(c, kCommands[3]);
+            return UsageError(c, "icons restore-all");
         }
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+    Machine* machine = &c.TheMachine();
     IconSession s(*machine, cursors);
     if (!yes) {
         // The window's question, answered as "/a" answers it (Cancel), and shown here.
@@ -274,15 +229,12 @@ int Icons(CliContext& c, CommandArgs a) {
         if (!only) {
             c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount
                   << " or a group's name\n";
-            return UsageError(c, kCommands[4]);
+            return UsageError(c, "icons");
         }
     } else if (!a.empty()) {
-        return UsageError(c, kCommands[4]);
+        return UsageError(c, "icons");
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+    Machine* machine = &c.TheMachine();
     const AppEnvironment app = InitEnvironment(machine->Env());
     IconCatalogue catalogue(machine->Registry(), app);
     const bool wantIcons = !only || *only != static_cast<int>(GroupNumber::Cursors);
@@ -297,12 +249,6 @@ int Icons(CliContext& c, CommandArgs a) {
         }
     }
     return kExitOk;
-}
-
-}  // namespace
-
-std::span<const CliCommand> IconCommands() {
-    return kCommands;
 }
 
 void PrintIconGroup(std::ostream& out, const IconGroup& group) {

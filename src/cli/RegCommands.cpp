@@ -62,76 +62,27 @@ std::optional<std::int32_t> ParseDword(std::string_view text) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
 }
 
-int Read(CliContext& c, CommandArgs a);
-int ReadDword(CliContext& c, CommandArgs a);
-int ReadBinary(CliContext& c, CommandArgs a);
-int Write(CliContext& c, CommandArgs a);
-int WriteDword(CliContext& c, CommandArgs a);
-int WriteBinary(CliContext& c, CommandArgs a);
-int DeleteValue(CliContext& c, CommandArgs a);
-int DeleteKey(CliContext& c, CommandArgs a);
-int CreateKey(CliContext& c, CommandArgs a);
-int Exists(CliContext& c, CommandArgs a);
-int Keys(CliContext& c, CommandArgs a);
-int Values(CliContext& c, CommandArgs a);
-
-constexpr std::array<CliCommand, 12> kCommands = {{
-    {"reg read", "PATH NAME", "prints the value's text, or Error", Read},
-    {"reg read-dword", "PATH NAME", "prints the value as a number (10 when it cannot be read)", ReadDword},
-    {"reg read-binary", "PATH NAME", "prints the value's bytes in hex, or Error", ReadBinary},
-    {"reg write", "PATH NAME TEXT", "stores a text value, making the key when needed", Write},
-    {"reg write-dword", "PATH NAME N", "stores a number value", WriteDword},
-    {"reg write-binary", "PATH NAME HEX", "stores a binary value given in hex", WriteBinary},
-    {"reg delete-value", "PATH NAME", "removes a value", DeleteValue},
-    {"reg delete-key", "PARENTPATH SUBKEY", "removes a key", DeleteKey},
-    {"reg create-key", "PATH", "makes a key and every key above it", CreateKey},
-    {"reg exists", "PATH", "prints true when the key can be opened, else false", Exists},
-    {"reg keys", "PATH", "prints the key's subkeys, one a line", Keys},
-    {"reg values", "PATH", "prints NAME, TAB, DATA for each value", Values},
-}};
-
-const CliCommand& Command(int (*run)(CliContext&, CommandArgs)) {
-    for (const auto& command : kCommands) {
-        if (command.run == run) {
-            return command;
-        }
-    }
-    return kCommands.front();
+// Runs a change on the machine and saves it.
+template <typename Change>
+int ChangeMachine(CliContext& c, Change change) {
+    change(c.TheMachine().Registry());
+    return c.SaveMachine() ? kExitOk : kExitFailed;
 }
 
-int Read(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(Read));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    c.out << GetRegString(machine->Registry(), a[0], a[1]) << '\n';
+}  // namespace
+
+int RegRead(CliContext& c, CommandArgs a) {
+    c.out << GetRegString(c.TheMachine().Registry(), a[0], a[1]) << '\n';
     return kExitOk;
 }
 
-int ReadDword(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(ReadDword));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    c.out << GetRegDword(machine->Registry(), a[0], a[1]) << '\n';
+int RegReadDword(CliContext& c, CommandArgs a) {
+    c.out << GetRegDword(c.TheMachine().Registry(), a[0], a[1]) << '\n';
     return kExitOk;
 }
 
-int ReadBinary(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(ReadBinary));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    const std::string text = GetRegBinary(machine->Registry(), a[0], a[1]);
+int RegReadBinary(CliContext& c, CommandArgs a) {
+    const std::string text = GetRegBinary(c.TheMachine().Registry(), a[0], a[1]);
     if (text == kRegError) {
         c.out << text << '\n';
         return kExitOk;
@@ -145,28 +96,11 @@ int ReadBinary(CliContext& c, CommandArgs a) {
     return kExitOk;
 }
 
-// Runs a change on the machine and saves it.
-template <typename Change>
-int ChangeMachine(CliContext& c, Change change) {
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    change(machine->Registry());
-    return c.SaveMachine() ? kExitOk : kExitFailed;
-}
-
-int Write(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(Write));
-    }
+int RegWrite(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { SetRegString(r, a[0], a[1], a[2]); });
 }
 
-int WriteDword(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(WriteDword));
-    }
+int RegWriteDword(CliContext& c, CommandArgs a) {
     const auto number = ParseDword(a[2]);
     if (!number) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not a 32-bit number\n";
@@ -175,10 +109,7 @@ int WriteDword(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { SetRegDword(r, a[0], a[1], *number); });
 }
 
-int WriteBinary(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(WriteBinary));
-    }
+int RegWriteBinary(CliContext& c, CommandArgs a) {
     const auto bytes = ParseHex(a[2]);
     if (!bytes) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not hex bytes (two hex digits a byte, no separators)\n";
@@ -187,76 +118,40 @@ int WriteBinary(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { SetRegBinary(r, a[0], a[1], TextOfBytes(*bytes)); });
 }
 
-int DeleteValue(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(DeleteValue));
-    }
+int RegDeleteValue(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { DeleteRegValue(r, a[0], a[1]); });
 }
 
-int DeleteKey(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(DeleteKey));
-    }
+int RegDeleteKey(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { DeleteRegKey(r, a[0], a[1]); });
 }
 
-int CreateKey(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(CreateKey));
-    }
+int RegCreateKey(CliContext& c, CommandArgs a) {
     return ChangeMachine(c, [&](RegistryStore& r) { CreateRegKey(r, a[0]); });
 }
 
-int Exists(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Exists));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    c.out << (RegKeyExists(machine->Registry(), a[0]) ? "true" : "false") << '\n';
+int RegExists(CliContext& c, CommandArgs a) {
+    c.out << (RegKeyExists(c.TheMachine().Registry(), a[0]) ? "true" : "false") << '\n';
     return kExitOk;
 }
 
-int Keys(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Keys));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+int RegKeys(CliContext& c, CommandArgs a) {
     std::vector<std::string> names;
-    EnumRegKeys(machine->Registry(), a[0], names);
+    EnumRegKeys(c.TheMachine().Registry(), a[0], names);
     for (const auto& name : names) {
         c.out << name << '\n';
     }
     return kExitOk;
 }
 
-int Values(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Values));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+int RegValues(CliContext& c, CommandArgs a) {
     std::vector<std::string> names;
     std::vector<std::string> datas;
-    EnumRegValues(machine->Registry(), a[0], names, datas);
+    EnumRegValues(c.TheMachine().Registry(), a[0], names, datas);
     for (std::size_t i = 0; i < names.size(); ++i) {
         c.out << names[i] << '\t' << EscapeForDisplay(AnsiBytes(datas[i])) << '\n';
     }
     return kExitOk;
-}
-
-}  // namespace
-
-std::span<const CliCommand> RegCommands() {
-    return kCommands;
 }
 
 std::string EscapeForDisplay(std::string_view bytes) {

@@ -2,31 +2,16 @@
 
 #include "foundation/Baseline.h"
 
-#include <array>
 #include <ostream>
 
 namespace glyphmoor {
 
-namespace {
-
-int UndoAllCommand(CliContext& c, CommandArgs a);
-
-constexpr std::array<CliCommand, 1> kCommands = {{
-    {"undo-all", "[--yes]",
-     "without --yes prints what it would restore; with it returns every registry value and file the program "
-     "ever changed on the machine to what it was before the program first wrote there",
-     UndoAllCommand},
-}};
-
 int UndoAllCommand(CliContext& c, CommandArgs a) {
     const bool yes = a.size() == 1 && a[0] == "--yes";
     if (!a.empty() && !yes) {
-        return UsageError(c, kCommands[0]);
+        return UsageError(c, "undo-all");
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+    Machine* machine = &c.TheMachine();
     RegistryStore& registry = machine->Registry().Inner();
     const UndoPlan plan = PlanUndo(registry, machine->Env());
     if (!yes) {
@@ -49,12 +34,6 @@ int UndoAllCommand(CliContext& c, CommandArgs a) {
         c.err << "glyphmoor-cli: left in place: " << file << '\n';
     }
     return kept.empty() ? kExitOk : kExitFailed;
-}
-
-}  // namespace
-
-std::span<const CliCommand> UndoCommands() {
-    return kCommands;
 }
 
 }  // namespace glyphmoor

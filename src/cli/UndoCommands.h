@@ -10,10 +10,8 @@
 
 #include "cli/Cli.h"
 
-#include <span>
-
 namespace glyphmoor {
 
-std::span<const CliCommand> UndoCommands();
+int UndoAllCommand(CliContext& c, CommandArgs a);
 
 }  // namespace glyphmoor
