@@ -316,11 +316,8 @@ public:
             if (!Holds(row)) {
                 continue;
             }
-            std::string display;
-            if (row.name == Name::RecycleBin) {
-                display = RecycleName();
-            }
-            display += row.display;
+            std::string display =
+                (row.name == Name::RecycleBin ? RecycleName() : std::string()) + std::string(row.display);
             const IconStore store = StoreOf(row);
             OwnDefault byDefault{{DefaultFile(row), DefaultIndex(row)}, false};
             if (KeepsOwnDefaults(m_app.kind)) {
@@ -337,9 +334,7 @@ public:
                 continue;
             }
             SystemIconEntry& added = group.At(group.Count() - 1);
-            if (KeepsOwnDefaults(m_app.kind)) {
-                ShowOwnName(row, added);
-            }
+            ShowOwnName(row, added);
             added.defaultAbsent = byDefault.absent;
             added.loaded = added.Current();
             added.loadedName = added.displayName;
@@ -348,12 +343,11 @@ public:
     }
 
 private:
-    // A row on a machine with defaults of its own: only for objects the machine
-    // has, with the machine's own default.
+    // A row's own default on a machine that has the row's object.
     std::optional<OwnDefault> OwnDefaultOf(const Row& row, const IconStore& store,
                                            const IconLocation& described) {
         const bool classRow = row.store == Store::ObjectIcon || row.store == Store::KeyIcon;
-        if (classRow && !RegKeyExists(m_registry, ClassKeyOf(row))) {
+        if ((classRow && !RegKeyExists(m_registry, ClassKeyOf(row))) || store.path.empty()) {
             return std::nullopt;
         }
         OwnDefaultQuery query{.store = store, .described = described};
@@ -369,18 +363,14 @@ private:
 
     // The name the machine's shell shows for a renamable object.
     void ShowOwnName(const Row& row, SystemIconEntry& entry) {
-        std::string key;
-        if (row.name == Name::UserGiven) {
-            key = ClassKeyOf(row);
-        } else if (row.name == Name::RecycleBin) {
-            key = m_state.ClassKey(DesktopObject::RecycleBin);
-        }
-        if (key.empty()) {
+        if (!KeepsOwnDefaults(m_app.kind)) {
             return;
         }
-        const std::string text = GetRegString(m_registry, key, ShownNameValue(m_registry, key));
-        const auto shown = Readable(text) ? ResolveShownName(m_app, text) : std::nullopt;
-        if (!shown || shown->empty()) {
+        const std::string key = row.name == Name::RecycleBin  ? m_state.ClassKey(DesktopObject::RecycleBin)
+                                : row.name == Name::UserGiven ? ClassKeyOf(row)
+                                                              : std::string();
+        const auto shown = ShownName(m_registry, m_app, key);
+        if (!shown) {
             return;
         }
         if (entry.catalogueName.empty()) {

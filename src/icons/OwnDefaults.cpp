@@ -109,6 +109,19 @@ std::optional<std::string> ResolveShownName(const AppEnvironment& app, std::stri
                               static_cast<std::uint32_t>(-static_cast<std::int64_t>(location->index)));
 }
 
+std::optional<std::string> ShownName(RegistryStore& registry, const AppEnvironment& app,
+                                     const std::string& classKey) {
+    if (classKey.empty()) {
+        return std::nullopt;
+    }
+    const std::string text = GetRegString(registry, classKey, ShownNameValue(registry, classKey));
+    if (text.empty() || text == kRegError) {
+        return std::nullopt;
+    }
+    auto shown = ResolveShownName(app, text);
+    return shown && !shown->empty() ? shown : std::nullopt;
+}
+
 std::string InSystemFolder(const AppEnvironment& app, std::string_view file) {
     if (file.find('\\') == std::string_view::npos && !file.empty()) {
         return app.sysDir + "\\" + std::string(file);

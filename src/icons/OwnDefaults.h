@@ -73,6 +73,11 @@ std::string ShownNameValue(RegistryStore& registry, const std::string& classKey)
 // itself. Nothing when the resource cannot be read.
 std::optional<std::string> ResolveShownName(const AppEnvironment& app, std::string_view text);
 
+// The name the shell shows for the object of a class key: its shown-name
+// value resolved. Nothing when the key has none or it cannot be read.
+std::optional<std::string> ShownName(RegistryStore& registry, const AppEnvironment& app,
+                                     const std::string& classKey);
+
 // A bare file name in an icon location ("shdoclc.dll,-190") names a file of
 // the system folder, as the shell looks for it.
 std::string InSystemFolder(const AppEnvironment& app, std::string_view file);

@@ -254,3 +254,45 @@ TEST(IconCommands, RestoringAllAsksTheWindowsQuestionFirst) {
 
 }  // namespace
 }  // namespace glyphmoor::test
+
+namespace glyphmoor::test {
+namespace {
+
+TEST(UndoAllCommand, ShowsWhatReturnsThenReturnsIt) {
+    TempMachine machine;
+    PutIconFiles(machine);
+    const std::string dir = machine.Dir().string();
+    const std::string shellIcons =
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
+    ASSERT_EQ(RunIcons({"--machine", dir, "icons", "set", "Start Icons", "Run", "C:\\lib.dll,3"}).status,
+              kExitOk);
+
+    const CliRun preview = RunIcons({"--machine", dir, "undo-all"});
+    EXPECT_EQ(preview.status, kExitOk);
+    EXPECT_NE(preview.out.find("delete value\t" + shellIcons + "\t24\n"), std::string::npos) << preview.out;
+    EXPECT_NE(preview.out.find("remove file\tC:\\Program Files\\Glyphmoor\\Glyphmoor.exe\n"),
+              std::string::npos);
+    EXPECT_EQ(RunIcons({"--machine", dir, "reg", "read", shellIcons, "24"}).out, "C:\\lib.dll,3\n")
+        << "the preview changes nothing";
+
+    EXPECT_EQ(RunIcons({"--machine", dir, "undo-all", "--yes"}).status, kExitOk);
+    EXPECT_EQ(RunIcons({"--machine", dir, "reg", "read", shellIcons, "24"}).out, "Error\n");
+    EXPECT_FALSE(std::filesystem::exists(machine.Dir() / "drive_c/Program Files/Glyphmoor"));
+    const CliRun again = RunIcons({"--machine", dir, "undo-all"});
+    EXPECT_EQ(again.out, "");
+    EXPECT_NE(again.err.find("as it was before the program first changed it"), std::string::npos);
+    EXPECT_EQ(RunIcons({"--machine", dir, "undo-all", "--now"}).status, kExitUsage);
+}
+
+TEST(IconCommands, GroupsAreNamedOrNumbered) {
+    TempMachine machine;
+    const std::string dir = machine.Dir().string();
+    const CliRun byName = RunIcons({"--machine", dir, "icons", "--group", "start icons"});
+    const CliRun byNumber = RunIcons({"--machine", dir, "icons", "--group", "2"});
+    EXPECT_EQ(byName.status, kExitOk);
+    EXPECT_EQ(byName.out, byNumber.out);
+    EXPECT_EQ(byName.out.substr(0, 2), "2\t");
+}
+
+}  // namespace
+}  // namespace glyphmoor::test

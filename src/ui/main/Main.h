@@ -62,6 +62,9 @@ public:
     // Makes the shell reload its icons ("&Rebuild Icon Cache").
     void RebuildIcons();
 
+    // Tests answer the undo dialog without showing it: true goes ahead.
+    void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
+
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
@@ -78,8 +81,6 @@ private:
     void RestoreAllCommand(bool cursors);
     // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
     void UndoAllCommand();
-    // Tests answer the undo dialog without showing it: true goes ahead.
-    void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
     void OpenAddress(std::string_view address);
 
     QWidget* BuildPageBar();
