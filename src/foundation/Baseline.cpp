@@ -1,5 +1,6 @@
 #include "foundation/Baseline.h"
 
+#include "foundation/ChangeLog.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
@@ -20,34 +21,6 @@ constexpr std::string_view kFilesList = "Files";
 constexpr std::string_view kKeyName = "Key";
 constexpr std::string_view kNameName = "Name";
 constexpr std::string_view kDataName = "Data";
-
-struct RootName {
-    RootKey root;
-    std::string_view name;
-};
-constexpr std::array<RootName, 7> kRootNames = {{
-    {RootKey::ClassesRoot, "HKEY_CLASSES_ROOT"},
-    {RootKey::CurrentUser, "HKEY_CURRENT_USER"},
-    {RootKey::LocalMachine, "HKEY_LOCAL_MACHINE"},
-    {RootKey::Users, "HKEY_USERS"},
-    {RootKey::PerformanceData, "HKEY_PERFORMANCE_DATA"},
-    {RootKey::CurrentConfig, "HKEY_CURRENT_CONFIG"},
-    {RootKey::DynData, "HKEY_DYN_DATA"},
-}};
-
-std::string PathText(RootKey root, std::string_view subkey) {
-    for (const auto& named : kRootNames) {
-        if (named.root == root) {
-            std::string text(named.name);
-            if (!subkey.empty()) {
-                text += '\\';
-                text += subkey;
-            }
-            return text;
-        }
-    }
-    return {};
-}
 
 // Lower-cased, as the registry compares names.
 std::string Folded(std::string_view text) {
@@ -79,12 +52,9 @@ RegValue TextValue(std::string_view utf8) {
     return value;
 }
 
+// The text of a record's string value.
 std::string ValueText(const RegValue& value) {
-    std::u16string wide;
-    for (std::size_t i = 0; i + 1 < value.data.size(); i += 2) {
-        wide.push_back(static_cast<char16_t>(value.data[i] | (value.data[i + 1] << 8)));
-    }
-    return TrimAtNull(Utf16ToUtf8(wide));
+    return DescribeRegValue(value);
 }
 
 // Plain store operations by path, on a store that does not record.
@@ -206,15 +176,16 @@ std::string Describe(const std::optional<RegValue>& data) {
     if (!data) {
         return "(no value)";
     }
-    if (data->type == kRegSz || data->type == kRegExpandSz) {
-        return "\"" + ValueText(*data) + "\"";
+    const std::string shown = DescribeRegValue(*data);
+    switch (data->type) {
+        case kRegSz:
+        case kRegExpandSz:
+            return "\"" + shown + "\"";
+        case kRegDword:
+            return "dword:" + shown;
+        default:
+            return "hex:" + shown;
     }
-    if (data->type == kRegDword && data->data.size() == 4) {
-        const std::uint32_t number = data->data[0] | (data->data[1] << 8) | (data->data[2] << 16) |
-                                     (static_cast<std::uint32_t>(data->data[3]) << 24);
-        return "dword:" + std::to_string(number);
-    }
-    return std::to_string(data->data.size()) + " bytes of type " + std::to_string(data->type);
 }
 
 }  // namespace
@@ -309,7 +280,7 @@ void BaselineRegistry::RecordCreatedFile(std::string_view windowsPath) {
 // Anything outside the program's own key belongs to the machine; a write there
 // is a write to the machine.
 bool BaselineRegistry::Outside(const OpenPath& path) {
-    const std::string text = PathText(path.root, path.subkey);
+    const std::string text = RegistryPathOf(path.root, path.subkey);
     const std::string program = Folded(kProgramKeyPath);
     const std::string folded = Folded(text);
     const bool own = folded == program || folded.starts_with(program + "\\");
@@ -339,7 +310,7 @@ std::string BaselineRegistry::AddRecord(std::string_view list) {
 }
 
 void BaselineRegistry::RecordValue(const OpenPath& path, std::string_view name) {
-    const std::string keyPath = PathText(path.root, path.subkey);
+    const std::string keyPath = RegistryPathOf(path.root, path.subkey);
     if (!m_recordedValues.insert(ValueId(keyPath, name)).second) {
         return;
     }
@@ -366,7 +337,7 @@ void BaselineRegistry::RecordMissingKeys(RootKey root, std::string_view subkey) 
             m_inner.CloseKey(key);
             continue;
         }
-        const std::string keyPath = PathText(root, partial);
+        const std::string keyPath = RegistryPathOf(root, partial);
         if (m_recordedKeys.insert(Folded(keyPath)).second) {
             WriteValue(m_inner, ListPath(kKeysList), AddRecord(kKeysList), TextValue(keyPath));
         }

@@ -51,7 +51,10 @@ struct EntryWriter {
     const AppEnvironment& app;
     bool ownDefaults = false;
 
-    void Text(const IconStore& store, const SystemIconEntry& entry, const std::string& text) const {
+    // `mayRemove`: putting the default back may remove the value (not for a
+    // value the entry only follows, such as the Recycle Bin's unnamed one).
+    void Text(const IconStore& store, const SystemIconEntry& entry, const std::string& text,
+              bool mayRemove = true) const {
         if (store.path.empty()) {
             return;  // a file type without a class has nowhere to go
         }
@@ -67,7 +70,9 @@ struct EntryWriter {
                 return;
             }
             if (entry.defaultAbsent) {
-                DeleteRegValue(registry, store.path, store.valueName);
+                if (mayRemove) {
+                    DeleteRegValue(registry, store.path, store.valueName);
+                }
                 return;
             }
         }
@@ -126,7 +131,7 @@ void WriteDesktopIcons(const EntryWriter& write, const IconGroup& group) {
     const bool binIsEmpty =
         EqualsNoCase(GetRegString(registry, binIcons, ""), GetRegString(registry, binIcons, "empty"));
     const SystemIconEntry& shown = binIsEmpty ? *empty : *full;
-    write.Text({binIcons, {}}, shown, shown.Current().Text());
+    write.Text({binIcons, {}}, shown, shown.Current().Text(), false);
     write.Entry(*empty);
     write.Entry(*full);
 }
