@@ -14,7 +14,7 @@ WindowsFlavour FlavourOf(const OsVersion& version) {
 }
 
 AppEnvironment InitEnvironment(const Environment& env) {
-    AppEnvironment app;
+    AppEnvironment app(env);
     for (std::size_t i = 0; i < kGroupNames.size(); ++i) {
         app.groupNames[i] = kGroupNames[i];
     }
@@ -28,7 +28,6 @@ AppEnvironment InitEnvironment(const Environment& env) {
     app.sysDir = env.SystemDirectory();
     app.kind = env.Kind();
     app.currentDirectory = programDir;
-    app.machine = &env;
     return app;
 }
 

@@ -1,17 +1,25 @@
-// Whole-file reads, atomic replacement and an advisory lock.
+// Whole-file reads (the program's only ones), atomic replacement and an advisory lock.
 #pragma once
 
 #include "foundation/Result.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
-Result<std::string> ReadWholeFile(const std::filesystem::path& file);
+// The whole file; refused without reading it when it holds more than limit bytes.
+Result<std::string> ReadWholeFile(const std::filesystem::path& file,
+                                  std::uint64_t limit = std::numeric_limits<std::uint64_t>::max());
+Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::uint64_t limit);
+// The first n bytes of the file, fewer when it is shorter.
+Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n);
 
 // Replaces file by contents atomically: a new file beside it is written,
 // flushed to disk and renamed over the old one, so readers see either the old

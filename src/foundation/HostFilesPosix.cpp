@@ -85,12 +85,12 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
     });
 }
 
-Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
-                               const ChunkWriter& write) {
-    const std::filesystem::path folder =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+namespace {
+
+// A new file of a name of its own beside `path` (".NAME.NNNNNN.tmp"), opened for writing.
+int CreateTempBeside(const std::filesystem::path& path, const std::filesystem::path& folder,
+                     std::filesystem::path& temp) {
     std::random_device random;
-    std::filesystem::path temp;
     int fd = -1;
     for (int attempt = 0; attempt < 16 && fd < 0; ++attempt) {
         temp = folder / ("." + path.filename().string() + "." + std::to_string(random() % 1000000U) + ".tmp");
@@ -99,6 +99,39 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
             break;
         }
     }
+    return fd;
+}
+
+// The new file takes over the old one's permissions and DOS attributes.
+void KeepPermissions(const std::filesystem::path& path, int fd) {
+    struct stat old {};
+    if (::stat(path.c_str(), &old) == 0) {
+        ::fchmod(fd, old.st_mode & 07777);
+        std::array<char, 64> attrib{};
+        const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, attrib.data(), attrib.size());
+        if (n > 0) {
+            ::fsetxattr(fd, kDosAttribute, attrib.data(), static_cast<std::size_t>(n), 0);
+        }
+    }
+}
+
+// Makes a rename in the folder durable.
+void SyncFolder(const std::filesystem::path& folder) {
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
+    }
+}
+
+}  // namespace
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const std::filesystem::path folder =
+        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    std::filesystem::path temp;
+    const int fd = CreateTempBeside(path, folder, temp);
     if (fd < 0) {
         return Fail("Cannot create a file in " + folder.string() + ": " + ErrnoText(errno));
     }
@@ -126,16 +159,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
         return abandon("Writing " + path.string() + " failed: " + ErrnoText(errno));
     }
 
-    // The new file takes over the old one's permissions and DOS attributes.
-    struct stat old {};
-    if (::stat(path.c_str(), &old) == 0) {
-        ::fchmod(::fileno(file), old.st_mode & 07777);
-        std::array<char, 64> attrib{};
-        const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, attrib.data(), attrib.size());
-        if (n > 0) {
-            ::fsetxattr(::fileno(file), kDosAttribute, attrib.data(), static_cast<std::size_t>(n), 0);
-        }
-    }
+    KeepPermissions(path, ::fileno(file));
     if (std::fclose(file) != 0) {
         ::unlink(temp.c_str());
         return Fail("Writing " + path.string() + " failed: " + ErrnoText(errno));
@@ -145,12 +169,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
         ::unlink(temp.c_str());
         return Fail("Cannot replace " + path.string() + ": " + ErrnoText(error));
     }
-    // Make the rename itself durable.
-    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
-    }
+    SyncFolder(folder);
     return {};
 }
 

@@ -1,5 +1,7 @@
 #include "foundation/modProfile.h"
 
+#include "foundation/FileIo.h"
+
 #include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 
@@ -108,15 +110,7 @@ Result<ProfileFile> LoadProfileFile(const std::filesystem::path& file) {
     if (std::filesystem::is_directory(status)) {
         return Fail(file.string() + " is a folder");
     }
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return Fail("Cannot read " + file.string());
-    }
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) {
-        return Fail("Cannot read " + file.string());
-    }
-    return ProfileFile::Parse(bytes);
+    return ProfileFile::Parse(TRY(ReadWholeFile(file)));
 }
 
 std::uint32_t ProfileGetString(const ProfileFile& file, OptionalText section, OptionalText key,
@@ -171,20 +165,17 @@ Status ProfileSetString(const std::filesystem::path& file, OptionalText section,
     if (attributes && (*attributes & kAttrReadOnly) != 0) {
         return Fail(file.string() + " is read-only");
     }
-    Result<ProfileFile> contents = LoadProfileFile(file);
-    if (!contents) {
-        return Fail(contents.reason());
-    }
+    auto contents = TRY(LoadProfileFile(file));
     bool changed = false;
     if (!key) {
-        changed = contents->DeleteSection(*section);
+        changed = contents.DeleteSection(*section);
     } else if (!value) {
-        changed = contents->DeleteKey(*section, *key);
+        changed = contents.DeleteKey(*section, *key);
     } else {
-        changed = contents->SetValue(*section, *key, *value);
+        changed = contents.SetValue(*section, *key, *value);
     }
     if (changed || (!attributes && (!key || !value))) {
-        return SaveProfileFile(file, *contents);
+        return SaveProfileFile(file, contents);
     }
     return {};
 }

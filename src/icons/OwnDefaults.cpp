@@ -99,8 +99,7 @@ std::optional<std::string> ResolveShownName(const AppEnvironment& app, std::stri
         return std::nullopt;
     }
     const std::string file = InSystemFolder(app, location->file);
-    const std::filesystem::path host =
-        app.machine != nullptr ? app.machine->HostPath(file) : std::filesystem::path(file);
+    const std::filesystem::path host = app.machine.HostPath(file);
     auto module = ExecutableModule::Open(host);
     if (!module.ok()) {
         return std::nullopt;
@@ -134,9 +133,7 @@ bool OwnDefaultFinder::Holds(const IconLocation& location, bool cursor) {
     if (const auto found = m_holds.find(key); found != m_holds.end()) {
         return found->second;
     }
-    const std::filesystem::path host = m_app.machine != nullptr
-                                           ? m_app.machine->HostPath(InSystemFolder(m_app, location.file))
-                                           : std::filesystem::path(location.file);
+    const std::filesystem::path host = m_app.machine.HostPath(InSystemFolder(m_app, location.file));
     bool holds = false;
     std::error_code ec;
     if (std::filesystem::is_regular_file(host, ec)) {

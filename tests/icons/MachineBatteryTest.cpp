@@ -30,7 +30,8 @@ bool ProgramKey(const std::string& path) {
     return path.find("\\Software\\Veltrane\\Glyphmoor") != std::string::npos;
 }
 
-void Walk(RegistryStore& store, RootKey root, const std::string& subkey, const std::string& shown, Values& out) {
+void Walk(RegistryStore& store, RootKey root, const std::string& subkey, const std::string& shown,
+          Values& out) {
     RegHandle key = kNoHandle;
     if (store.OpenKey(root, subkey, RegAccess::Read, key) != kErrorSuccess) {
         return;
@@ -116,9 +117,7 @@ struct Session {
     IconNameMarks names;
 
     explicit Session(const fs::path& dir)
-        : machine(Open(dir)),
-          app(InitEnvironment(machine->Env())),
-          catalogue(machine->Registry(), app) {
+        : machine(Open(dir)), app(InitEnvironment(machine->Env())), catalogue(machine->Registry(), app) {
         catalogue.DetectShellIcons();
         catalogue.BuildCursorCatalogue();
     }

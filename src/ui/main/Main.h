@@ -25,6 +25,7 @@
 #include <string_view>
 
 class QAction;
+class QHBoxLayout;
 class QMenu;
 class QPushButton;
 class QStackedWidget;
@@ -59,8 +60,10 @@ public:
 
     // "&Apply": writes what is staged, in the program's fixed order.
     void ApplyChanges();
-    // Makes the shell reload its icons ("&Rebuild Icon Cache").
+    // Makes the shell reload its icons: Apply's step, which saves nothing itself.
     void RebuildIcons();
+    // "&Rebuild Icon Cache": the same, then the machine written back.
+    void RebuildIconsAndSave();
 
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
@@ -73,8 +76,17 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The constructor's steps: the four pages, the OK, Cancel, Apply and Help
+    // buttons, and what start-up reads and shows.
+    void BuildPages();
+    QHBoxLayout* BuildButtons();
+    void StartUp(const StartRequest& request);
+    // Writes the machine back; a failure is shown and gives false.
+    bool SaveMachine();
+
     // MainCommands.cpp: the menus, the toolbar and the dispatch table.
     void BuildMenus();
+    void BuildStatusLine();
     void BuildToolbar();
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
