@@ -14,19 +14,16 @@ namespace glyphmoor {
 namespace {
 
 // The desktop objects Wine's shell draws from shell32.dll without a
-// DefaultIcon value, by class identifier, with the resource id of the
-// picture. Wine gives its shell icons the resource id of Windows' icon index
-// plus one (My Computer: index 15, id 16; Control Panel: 35, 36).
-struct ObjectPicture {
-    std::string_view clsid;
-    std::int32_t resourceId;
-};
-constexpr std::array<ObjectPicture, 5> kWineObjectPictures = {{
+// DefaultIcon value, by class identifier, with the resource id of the picture
+// (as SHGetFileInfo reports them under Wine 8). Wine gives its shell icons the
+// resource id of Windows' icon index plus one (My Computer: index 15, id 16);
+// Control Panel and Printers it draws as a plain folder (index 3, id 4).
+constexpr std::array<WineObjectPicture, 5> kWineObjectPictures = {{
     {"{20D04FE0-3AEA-1069-A2D8-08002B30309D}", 16},   // My Computer
     {"{450D8FBA-AD25-11D0-98A8-0800361B1103}", 235},  // My Documents
     {"{208D2C60-3AEA-1069-A2D7-08002B30309D}", 18},   // Network Neighborhood
-    {"{21EC2020-3AEA-1069-A2DD-08002B30309D}", 36},   // Control Panel
-    {"{2227A280-3AEA-1069-A2DE-08002B30309D}", 38},   // Printers
+    {"{21EC2020-3AEA-1069-A2DD-08002B30309D}", 4},    // Control Panel
+    {"{2227A280-3AEA-1069-A2DE-08002B30309D}", 4},    // Printers
 }};
 
 // The system pointers of user32.dll by their value under Control Panel\Cursors
@@ -81,6 +78,10 @@ std::string OpenCommandProgram(RegistryStore& registry, const std::string& fileC
 }
 
 }  // namespace
+
+std::span<const WineObjectPicture> WineObjectPictures() {
+    return kWineObjectPictures;
+}
 
 std::string ShownNameValue(RegistryStore& registry, const std::string& classKey) {
     return GetRegString(registry, classKey, "LocalizedString") != kRegError ? "LocalizedString" : "";
@@ -209,7 +210,7 @@ std::optional<OwnDefault> OwnDefaultFinder::WineDrawn(const OwnDefaultQuery& que
             drawn = *unnamed;
         }
     } else {
-        for (const ObjectPicture& object : kWineObjectPictures) {
+        for (const WineObjectPicture& object : kWineObjectPictures) {
             if (ContainsNoCase(query.store.path, object.clsid)) {
                 drawn = IconLocation{shell32, -object.resourceId};
             }

@@ -18,6 +18,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,14 @@ struct OwnDefault {
     // Restoring removes the value: the machine held none.
     bool absent = false;
 };
+
+// A desktop object Wine draws from shell32.dll when its class has no
+// DefaultIcon: its class identifier and the picture's resource id.
+struct WineObjectPicture {
+    std::string_view clsid;
+    std::int32_t resourceId;
+};
+std::span<const WineObjectPicture> WineObjectPictures();
 
 // What a catalogue row says about itself, for finding its own default.
 struct OwnDefaultQuery {

@@ -3,7 +3,8 @@
 # check what the program does to a real prefix. Without Wine it makes nothing
 # and those tests skip themselves.
 set -eu
-prefix=$1
+mkdir -p "$(dirname "$1")"
+prefix=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 if [ -f "$prefix/system.reg" ]; then
   exit 0
 fi
