@@ -289,12 +289,6 @@ constexpr Row kCursors[] = {
 constexpr std::string_view kSystemRoot = "%systemroot%";
 constexpr std::string_view kDefaultRecycleName = "Recycle Bin";
 
-// The program's folder: its file's path up to the last backslash.
-std::string ProgramFolder(const AppEnvironment& app) {
-    const auto slash = app.programFile.rfind('\\');
-    return slash == std::string::npos ? std::string() : app.programFile.substr(0, slash);
-}
-
 bool Readable(std::string_view text) {
     return !text.empty() && text != kRegError;
 }
@@ -350,7 +344,7 @@ private:
         if ((classRow && !RegKeyExists(m_registry, ClassKeyOf(row))) || store.path.empty()) {
             return std::nullopt;
         }
-        OwnDefaultQuery query{.store = store, .described = described};
+        OwnDefaultQuery query{store, described, {}, {}, {}};
         if (row.store == Store::ShellIcons) {
             query.shellIndex = std::atoi(store.valueName.c_str());
         } else if (row.store == Store::FileClass) {
@@ -517,7 +511,10 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
                           .defaultFile = std::move(defaultFile),
                           .defaultIndex = defaultIndex,
                           .store = store,
-                          .classKey = std::move(classKey)};
+                          .classKey = std::move(classKey),
+                          .defaultAbsent = false,
+                          .loaded = {},
+                          .loadedName = {}};
     entry.currentFile = entry.defaultFile;
     std::string stored = GetRegString(registry, store.path, store.valueName);
     if (Readable(stored)) {
@@ -536,7 +533,7 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
 }
 
 bool ShortcutOverlayHidden(RegistryStore& registry, const AppEnvironment& app) {
-    return GetRegString(registry, kShellIconsPath, "29") == ProgramFolder(app) + "\\blank.ico";
+    return GetRegString(registry, kShellIconsPath, "29") == app.machine.ProgramDirectory() + "\\blank.ico";
 }
 
 IconCatalogue::IconCatalogue(RegistryStore& registry, const AppEnvironment& app)
