@@ -11,7 +11,11 @@
 
 namespace glyphmoor {
 
+// Reads a regular file (a link to one included); a folder, pipe, device or
+// socket is refused with the reason, before it is opened.
 Result<std::string> ReadWholeFile(const std::filesystem::path& file);
+// Succeeds when file is a regular file (or a link to one); else says what it is.
+Status CheckRegularFile(const std::filesystem::path& file);
 
 // Replaces file by contents atomically: a new file beside it is written,
 // flushed to disk and renamed over the old one, so readers see either the old
@@ -29,6 +33,10 @@ struct FileStamp {
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 FileStamp StampOf(const std::filesystem::path& file);
+
+// The lock file that every write of a profile file takes, one for each user
+// of the host: in the folder for temporary files.
+std::filesystem::path ProfileLockFile();
 
 // An exclusive advisory lock held on a lock file for the object's lifetime.
 class FileLock {
