@@ -6,6 +6,8 @@
 #include "foundation/WindowsRegistry.h"
 #include "foundation/modRegistry.h"
 
+#include <windows.h>
+
 namespace glyphmoor::test {
 namespace {
 
