@@ -1,21 +1,17 @@
 #include "cli/Cli.h"
 
-#include "cli/IconCommands.h"
-#include "cli/IconFileCommands.h"
-#include "cli/IniCommands.h"
-#include "cli/RebuildCommands.h"
-#include "cli/RegCommands.h"
+#include "foundation/Version.h"
 
-#include <array>
 #include <ostream>
 
 namespace glyphmoor {
 
 namespace {
 
-// Every group of commands, each a table of its own.
-std::vector<std::span<const CliCommand>> CommandGroups() {
-    return {RegCommands(), IniCommands(), IconCommands(), IconFileCommands(), RebuildCommands()};
+constexpr std::string_view kProgram = "glyphmoor-cli";
+
+void PrintUsageLine(std::ostream& out, const CliCommand& command) {
+    out << "usage: " << kProgram << ' ' << command.name << ' ' << command.usage << '\n';
 }
 
 void PrintHelp(std::ostream& out) {
@@ -26,38 +22,68 @@ void PrintHelp(std::ostream& out) {
            "PATH is a registry path such as HKEY_CURRENT_USER\\Control Panel\\Cursors; an\n"
            "empty value NAME is given as \"\" and names the unnamed value.\n\n"
            "commands:\n";
-    out << "  help\n      this text\n";
-    for (auto group : CommandGroups()) {
-        for (const auto& command : group) {
-            out << "  " << command.name;
-            if (!command.usage.empty()) {
-                out << ' ' << command.usage;
-            }
-            out << "\n      " << command.summary << '\n';
+    out << "  help [COMMAND]\n      this text, or what COMMAND does (also --help, -h)\n";
+    for (const CliCommand& command : CliCommands()) {
+        out << "  " << command.name;
+        if (!command.usage.empty()) {
+            out << ' ' << command.usage;
         }
+        out << "\n      " << command.summary << '\n';
     }
+    out << "  --version\n      the program's version\n";
 }
 
-// Finds the command whose name (one or two words) begins args; sets used to
-// the number of words it takes.
+// Finds the command whose name (one or two words) begins args, the two-word
+// name first ("icons set" before "icons"); sets used to the words it takes.
 const CliCommand* FindCommand(CommandArgs args, std::size_t& used) {
-    for (auto group : CommandGroups()) {
-        for (const auto& command : group) {
-            const std::string_view name = command.name;
-            const auto space = name.find(' ');
-            if (space == std::string_view::npos) {
-                if (args[0] == name) {
-                    used = 1;
-                    return &command;
-                }
-            } else if (args.size() >= 2 && args[0] == name.substr(0, space) &&
-                       args[1] == name.substr(space + 1)) {
-                used = 2;
-                return &command;
+    const CliCommand* found = nullptr;
+    for (const CliCommand& command : CliCommands()) {
+        const std::string_view name = command.name;
+        const auto space = name.find(' ');
+        if (space == std::string_view::npos) {
+            if (found == nullptr && args[0] == name) {
+                found = &command;
+                used = 1;
             }
+        } else if (args.size() >= 2 && args[0] == name.substr(0, space) &&
+                   args[1] == name.substr(space + 1)) {
+            used = 2;
+            return &command;
         }
     }
-    return nullptr;
+    return found;
+}
+
+int UnknownCommand(std::ostream& err, CommandArgs args) {
+    err << kProgram << ": unknown command '" << args[0] << (args.size() > 1 ? " " + args[1] : std::string())
+        << "'; 'glyphmoor-cli help' lists the commands\n";
+    return kExitUsage;
+}
+
+// help COMMAND: its usage line, its summary and its help text.
+int HelpOn(CommandArgs args, std::ostream& out, std::ostream& err) {
+    std::size_t used = 0;
+    const CliCommand* command = FindCommand(args, used);
+    if (command == nullptr || used != args.size()) {
+        return UnknownCommand(err, args);
+    }
+    PrintUsageLine(out, *command);
+    out << '\n' << command->summary << '\n';
+    if (!command->help.empty()) {
+        out << '\n' << command->help << '\n';
+    }
+    return kExitOk;
+}
+
+// Checks the command's arity, opens its machine, runs it.
+int RunCommand(const CliCommand& command, CliContext& context, CommandArgs args) {
+    if (args.size() < command.minArgs || args.size() > command.maxArgs) {
+        return UsageError(context, command);
+    }
+    if (command.needsMachine && context.OpenMachine() == nullptr) {
+        return kExitFailed;
+    }
+    return command.run(context, args);
 }
 
 }  // namespace
@@ -68,7 +94,7 @@ Machine* CliContext::OpenMachine() {
     }
     auto machine = m_machineDir ? OpenMachineFolder(*m_machineDir) : OpenHomeMachine();
     if (!machine) {
-        err << "glyphmoor-cli: " << machine.reason() << '\n';
+        err << kProgram << ": " << machine.reason() << '\n';
         return nullptr;
     }
     m_machine = std::move(*machine);
@@ -92,14 +118,23 @@ bool CliContext::SaveMachine() {
     }
     Status saved = m_machine->Save();
     if (!saved) {
-        err << "glyphmoor-cli: " << saved.reason() << '\n';
+        err << kProgram << ": " << saved.reason() << '\n';
         return false;
     }
     return true;
 }
 
 int UsageError(CliContext& context, const CliCommand& command) {
-    context.err << "usage: glyphmoor-cli " << command.name << ' ' << command.usage << '\n';
+    PrintUsageLine(context.err, command);
+    return kExitUsage;
+}
+
+int UsageError(CliContext& context, std::string_view name) {
+    for (const CliCommand& command : CliCommands()) {
+        if (command.name == name) {
+            return UsageError(context, command);
+        }
+    }
     return kExitUsage;
 }
 
@@ -114,25 +149,33 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
             machineDir = args[first].substr(10);
             first += 1;
         } else {
-            err << "glyphmoor-cli: --machine needs a folder\n";
+            err << kProgram << ": --machine needs a folder\n";
             return kExitUsage;
         }
     }
     const CommandArgs rest(args.data() + first, args.size() - first);
-    if (rest.empty() || rest[0] == "help" || rest[0] == "--help" || rest[0] == "-h") {
+    if (rest.empty()) {
         PrintHelp(out);
-        return rest.empty() ? kExitUsage : kExitOk;
+        return kExitUsage;
+    }
+    if (rest[0] == "--version") {
+        out << kProgram << ' ' << ProgramVersion() << '\n';
+        return kExitOk;
+    }
+    if (rest[0] == "help" || rest[0] == "--help" || rest[0] == "-h") {
+        if (rest.size() > 1) {
+            return HelpOn(rest.subspan(1), out, err);
+        }
+        PrintHelp(out);
+        return kExitOk;
     }
     std::size_t used = 0;
     const CliCommand* command = FindCommand(rest, used);
     if (command == nullptr) {
-        err << "glyphmoor-cli: unknown command '" << rest[0]
-            << (rest.size() > 1 ? " " + rest[1] : std::string())
-            << "'; 'glyphmoor-cli help' lists the commands\n";
-        return kExitUsage;
+        return UnknownCommand(err, rest);
     }
     CliContext context(out, err, machineDir);
-    return command->run(context, rest.subspan(used));
+    return RunCommand(*command, context, rest.subspan(used));
 }
 
 }  // namespace glyphmoor

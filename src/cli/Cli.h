@@ -7,6 +7,7 @@
 
 #include "foundation/Machine.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <iosfwd>
 #include <memory>
@@ -33,6 +34,8 @@ public:
     // The machine of --machine DIR, or the built-in default machine; opened on
     // first use. nullptr after saying why on the error stream.
     Machine* OpenMachine();
+    // The machine a command that needs one runs on: the runner has opened it.
+    Machine& TheMachine() { return *m_machine; }
     // The host file an argument names: a Windows path on the machine when it
     // begins with a drive letter and a colon (C:\Msdos.sys), else a path of
     // the host. Nothing after saying why on the error stream.
@@ -46,19 +49,31 @@ private:
     std::unique_ptr<Machine> m_machine;
 };
 
+// The words after the command's name.
 using CommandArgs = std::span<const std::string>;
 
+// One command of the table: the runner finds it by name, checks its arity,
+// opens the machine when it needs one, then runs it.
 struct CliCommand {
-    std::string_view name;
+    std::string_view name;     // one or two words
     std::string_view usage;    // the arguments, as help shows them
-    std::string_view summary;  // one line
-    int (*run)(CliContext& context, CommandArgs args);
+    std::string_view summary;  // one line, for the list of commands
+    std::string_view help;     // what `help COMMAND` adds to the summary
+    std::size_t minArgs = 0;
+    std::size_t maxArgs = 0;
+    bool needsMachine = false;
+    int (*run)(CliContext& context, CommandArgs args) = nullptr;
 };
+
+// Every command of glyphmoor-cli, in the order help lists them.
+std::span<const CliCommand> CliCommands();
 
 // Runs a whole command line (without the program's name).
 int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 // Says how a command is used, on the error stream, and gives kExitUsage.
 int UsageError(CliContext& context, const CliCommand& command);
+// The same for the command of this name.
+int UsageError(CliContext& context, std::string_view name);
 
 }  // namespace glyphmoor

@@ -6,8 +6,8 @@
 #include "foundation/TextEncoding.h"
 #include "icons/IconCacheRebuild.h"
 #include "icons/IconEditing.h"
-#include "ui/core/SilentPrompt.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/SilentPrompt.h"
+#include "prompts/modMsgbox.h"
 
 #include <array>
 #include <charconv>
@@ -16,33 +16,6 @@
 namespace glyphmoor {
 
 namespace {
-
-int Icons(CliContext& c, CommandArgs a);
-int IconsSet(CliContext& c, CommandArgs a);
-int IconsRestore(CliContext& c, CommandArgs a);
-int IconsRename(CliContext& c, CommandArgs a);
-int IconsRestoreAll(CliContext& c, CommandArgs a);
-
-// The two-word commands come first: the command finder takes the first name
-// that matches, and "icons" alone would match them all.
-constexpr std::array<CliCommand, 5> kCommands = {{
-    {"icons set", "GROUP NAME LOCATION",
-     "gives the entry NAME of GROUP (a number or a group name) the icon LOCATION (file,index; a pointer "
-     "file for Cursors) and applies it",
-     IconsSet},
-    {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", IconsRestore},
-    {"icons rename", "GROUP NAME NEWNAME",
-     "renames a desktop object or a special folder (the Recycle Bin's two entries together) and applies it",
-     IconsRename},
-    {"icons restore-all", "[--cursors] [--yes]",
-     "puts every icon (or with --cursors every pointer) back to its default and applies them; asks for "
-     "--yes first",
-     IconsRestoreAll},
-    {"icons", "[--group N]",
-     "prints the icon catalogue, an entry a line: group, display name, catalogue name, current file, "
-     "current index, default file, default index",
-     Icons},
-}};
 
 // The group number of "--group N", 1 to 7.
 std::optional<int> ParseGroup(std::string_view text) {
@@ -126,12 +99,8 @@ std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession&
 // Runs one staging step on one entry; applies and saves when it changed something.
 template <typename Step>
 int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
     const auto group = GroupArgument(groupText);
-    IconSession s(*machine, group && *group == static_cast<int>(GroupNumber::Cursors));
+    IconSession s(c.TheMachine(), group && *group == static_cast<int>(GroupNumber::Cursors));
     const auto found = FindEntry(c, s, groupText, name);
     if (!found) {
         return kExitFailed;
@@ -145,10 +114,9 @@ int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, St
     return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
 }
 
+}  // namespace
+
 int IconsSet(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, kCommands[0]);
-    }
     const auto location = SplitIconLocation(a[2]);
     if (!location || location->file.empty()) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not an icon location (file,index)\n";
@@ -160,9 +128,6 @@ int IconsSet(CliContext& c, CommandArgs a) {
 }
 
 int IconsRestore(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, kCommands[1]);
-    }
     return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
         const std::string label = PathLabelText(number, s.catalogue.Group(number).At(position));
         return RestoreIcon(s.catalogue, s.state, number, position, label);
@@ -170,9 +135,6 @@ int IconsRestore(CliContext& c, CommandArgs a) {
 }
 
 int IconsRename(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, kCommands[2]);
-    }
     bool notRenamable = false;
     bool emptyName = false;
     const int status = OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
@@ -204,13 +166,10 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
         } else if (arg == "--yes") {
             yes = true;
         } else {
-            return UsageError(c, kCommands[3]);
+            return UsageError(c, "icons restore-all");
         }
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+    Machine* machine = &c.TheMachine();
     IconSession s(*machine, cursors);
     if (!yes) {
         // The window's question, answered as "/a" answers it (Cancel), and shown here.
@@ -230,15 +189,12 @@ int Icons(CliContext& c, CommandArgs a) {
         only = ParseGroup(a[1]);
         if (!only) {
             c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount << '\n';
-            return UsageError(c, kCommands[4]);
+            return UsageError(c, "icons");
         }
     } else if (!a.empty()) {
-        return UsageError(c, kCommands[4]);
+        return UsageError(c, "icons");
     }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+    Machine* machine = &c.TheMachine();
     const AppEnvironment app = InitEnvironment(machine->Env());
     IconCatalogue catalogue(machine->Registry(), app);
     const bool wantIcons = !only || *only != static_cast<int>(GroupNumber::Cursors);
@@ -253,12 +209,6 @@ int Icons(CliContext& c, CommandArgs a) {
         }
     }
     return kExitOk;
-}
-
-}  // namespace
-
-std::span<const CliCommand> IconCommands() {
-    return kCommands;
 }
 
 void PrintIconGroup(std::ostream& out, const IconGroup& group) {

@@ -19,11 +19,14 @@
 #include "icons/IconCatalogue.h"
 
 #include <ostream>
-#include <span>
 
 namespace glyphmoor {
 
-std::span<const CliCommand> IconCommands();
+int Icons(CliContext& c, CommandArgs a);
+int IconsSet(CliContext& c, CommandArgs a);
+int IconsRestore(CliContext& c, CommandArgs a);
+int IconsRename(CliContext& c, CommandArgs a);
+int IconsRestoreAll(CliContext& c, CommandArgs a);
 
 // Writes every entry of one group as the "icons" command prints it.
 void PrintIconGroup(std::ostream& out, const IconGroup& group);

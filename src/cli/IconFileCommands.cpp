@@ -1,8 +1,5 @@
 #include "cli/IconFileCommands.h"
 
-#include <array>
-#include <initializer_list>
-
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/cResources.h"
 #include "iconfiles/modResource.h"
@@ -27,11 +24,6 @@ std::optional<int> ParseInt(const std::string& text) {
     return value;
 }
 
-bool Usage(std::ostream& err, const char* usage) {
-    err << "usage: glyphmoor-cli " << usage << "\n";
-    return false;
-}
-
 std::string Lower(std::string text) {
     for (char& c : text) {
         if (c >= 'A' && c <= 'Z') {
@@ -43,14 +35,15 @@ std::string Lower(std::string text) {
 
 }  // namespace
 
-int CmdResources(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (args.size() != 1) {
-        Usage(err, "resources FILE");
-        return 2;
+int CmdResources(CliContext& c, CommandArgs a) {
+    const auto file = c.HostFile(a[0]);
+    if (!file) {
+        return kExitFailed;
     }
+    std::ostream& out = c.out;
     cResources resources;
-    if (!resources.GetResourceTypes(args[0])) {
-        err << args[0] << ": " << resources.Reason() << "\n";
+    if (!resources.GetResourceTypes(file->string())) {
+        c.err << file->string() << ": " << resources.Reason() << "\n";
         return 1;
     }
     for (int i = 1; i <= resources.ResourceTypeCount(); ++i) {
@@ -69,21 +62,21 @@ int CmdResources(const std::vector<std::string>& args, std::ostream& out, std::o
     return 0;
 }
 
-int CmdIconCount(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (args.size() != 1) {
-        Usage(err, "icon-count FILE");
-        return 2;
+int CmdIconCount(CliContext& c, CommandArgs a) {
+    const auto file = c.HostFile(a[0]);
+    if (!file) {
+        return kExitFailed;
     }
-    if (!std::filesystem::is_regular_file(args[0])) {
-        err << args[0] << ": no such file\n";
+    if (!std::filesystem::is_regular_file(*file)) {
+        c.err << file->string() << ": no such file\n";
         return 1;
     }
-    out << IconCountOfFile(args[0]) << '\n';
+    c.out << IconCountOfFile(file->string()) << '\n';
     return 0;
 }
 
-int CmdExtract(const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
-    const char* usage = "extract FILE INDEX OUT [--size N]";
+int CmdExtract(CliContext& c, CommandArgs args) {
+    std::ostream& err = c.err;
     std::vector<std::string> positional;
     int size = 32;
     for (std::size_t i = 0; i < args.size(); ++i) {
@@ -100,8 +93,14 @@ int CmdExtract(const std::vector<std::string>& args, std::ostream&, std::ostream
         }
     }
     if (positional.size() != 3) {
-        Usage(err, usage);
-        return 2;
+        return UsageError(c, "extract");
+    }
+    for (std::size_t position : {0U, 2U}) {
+        const auto file = c.HostFile(positional[position]);
+        if (!file) {
+            return kExitFailed;
+        }
+        positional[position] = file->string();
     }
     const auto index = ParseInt(positional[1]);
     if (!index) {
@@ -147,13 +146,15 @@ int CmdExtract(const std::vector<std::string>& args, std::ostream&, std::ostream
     return 0;
 }
 
-int CmdExtractAll(const std::vector<std::string>& args, std::ostream&, std::ostream& err) {
-    if (args.size() != 2) {
-        Usage(err, "extract-all FILE DIR");
-        return 2;
+int CmdExtractAll(CliContext& c, CommandArgs a) {
+    std::ostream& err = c.err;
+    const auto fileArgument = c.HostFile(a[0]);
+    const auto dirArgument = fileArgument ? c.HostFile(a[1]) : std::nullopt;
+    if (!dirArgument) {
+        return kExitFailed;
     }
-    const std::filesystem::path file = args[0];
-    const std::filesystem::path dir = args[1];
+    const std::filesystem::path file = *fileArgument;
+    const std::filesystem::path dir = *dirArgument;
     std::error_code ec;
     std::filesystem::create_directories(dir, ec);
     if (ec || !std::filesystem::is_directory(dir)) {
@@ -199,46 +200,6 @@ int CmdExtractAll(const std::vector<std::string>& args, std::ostream&, std::ostr
         }
     }
     return 0;
-}
-
-namespace {
-
-// Runs a command with the arguments at the given positions mapped to host files.
-int WithHostFiles(CliContext& context, CommandArgs args, std::initializer_list<std::size_t> paths,
-                  int (*run)(const std::vector<std::string>&, std::ostream&, std::ostream&)) {
-    std::vector<std::string> words(args.begin(), args.end());
-    for (std::size_t position : paths) {
-        if (position < words.size()) {
-            const auto file = context.HostFile(words[position]);
-            if (!file) {
-                return kExitFailed;
-            }
-            words[position] = file->string();
-        }
-    }
-    return run(words, context.out, context.err);
-}
-
-constexpr std::array<CliCommand, 4> kIconFileCommands = {{
-    {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
-     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0}, CmdResources); }},
-    {"icon-count", "FILE", "the number of icons in FILE",
-     [](CliContext& c, CommandArgs a) { return WithHostFiles(c, a, {0}, CmdIconCount); }},
-    {"extract", "FILE INDEX OUT [--size N]",
-     "writes icon INDEX of FILE as an icon file (OUT.ico) or its best image as PNG (OUT.png)",
-     [](CliContext& c, CommandArgs a) {
-         return WithHostFiles(c, a, {0, 2}, CmdExtract);
-     }},
-    {"extract-all", "FILE DIR", "writes every icon of FILE as DIR/<file name>_<index>.ico",
-     [](CliContext& c, CommandArgs a) {
-         return WithHostFiles(c, a, {0, 1}, CmdExtractAll);
-     }},
-}};
-
-}  // namespace
-
-std::span<const CliCommand> IconFileCommands() {
-    return kIconFileCommands;
 }
 
 }  // namespace glyphmoor

@@ -7,35 +7,14 @@
 #include "foundation/ChangeLog.h"
 #include "foundation/modRegistry.h"
 #include "icons/IconCacheRebuild.h"
-#include "ui/core/SilentPrompt.h"
+#include "prompts/SilentPrompt.h"
 
-#include <array>
 #include <ostream>
 
 namespace glyphmoor {
 
-namespace {
-
-// The desktop-update shell, as the icon catalogue's machine state defines it:
-// its Start menu order key exists.
-
-int RebuildIcons(CliContext& c, CommandArgs a);
-
-constexpr std::array<CliCommand, 1> kCommands = {{
-    {"rebuild-icons", "",
-     "rebuilds the shell's icon cache, asking and showing nothing; prints each registry write and message "
-     "sent",
-     RebuildIcons},
-}};
-
-int RebuildIcons(CliContext& c, CommandArgs a) {
-    if (!a.empty()) {
-        return UsageError(c, kCommands[0]);
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+int RebuildIcons(CliContext& c, CommandArgs) {
+    Machine* machine = &c.TheMachine();
     ChangeLog log;
     LoggingRegistry registry(machine->Registry(), log);
     LoggingSystem system(machine->Sys(), log);
@@ -60,12 +39,6 @@ int RebuildIcons(CliContext& c, CommandArgs a) {
         c.out << line << '\n';
     }
     return kExitOk;
-}
-
-}  // namespace
-
-std::span<const CliCommand> RebuildCommands() {
-    return kCommands;
 }
 
 }  // namespace glyphmoor

@@ -5,6 +5,8 @@
 
 namespace glyphmoor {
 
-std::span<const CliCommand> RebuildCommands();
+// rebuild-icons: the rebuild, answering its messages silently; prints each
+// registry write and message sent, a line each.
+int RebuildIcons(CliContext& c, CommandArgs a);
 
 }  // namespace glyphmoor

@@ -119,76 +119,39 @@ std::string ShowValue(const RegValue& value) {
     return out;
 }
 
-int Read(CliContext& c, CommandArgs a);
-int ReadDword(CliContext& c, CommandArgs a);
-int ReadBinary(CliContext& c, CommandArgs a);
-int Write(CliContext& c, CommandArgs a);
-int WriteDword(CliContext& c, CommandArgs a);
-int WriteBinary(CliContext& c, CommandArgs a);
-int DeleteValue(CliContext& c, CommandArgs a);
-int DeleteKey(CliContext& c, CommandArgs a);
-int CreateKey(CliContext& c, CommandArgs a);
-int Exists(CliContext& c, CommandArgs a);
-int Keys(CliContext& c, CommandArgs a);
-int Values(CliContext& c, CommandArgs a);
-
-constexpr std::array<CliCommand, 12> kCommands = {{
-    {"reg read", "PATH NAME", "prints the value's text, or Error", Read},
-    {"reg read-dword", "PATH NAME", "prints the value as a number (10 when it cannot be read)", ReadDword},
-    {"reg read-binary", "PATH NAME", "prints the value's bytes in hex, or Error", ReadBinary},
-    {"reg write", "PATH NAME TEXT", "stores a text value, making the key when needed", Write},
-    {"reg write-dword", "PATH NAME N", "stores a number value", WriteDword},
-    {"reg write-binary", "PATH NAME HEX", "stores a binary value given in hex", WriteBinary},
-    {"reg delete-value", "PATH NAME", "removes a value", DeleteValue},
-    {"reg delete-key", "PARENTPATH SUBKEY", "removes a key", DeleteKey},
-    {"reg create-key", "PATH", "makes a key and every key above it", CreateKey},
-    {"reg exists", "PATH", "prints true when the key can be opened, else false", Exists},
-    {"reg keys", "PATH", "prints the key's subkeys, one a line", Keys},
-    {"reg values", "PATH", "prints NAME, TAB, DATA for each value", Values},
-}};
-
-const CliCommand& Command(int (*run)(CliContext&, CommandArgs)) {
-    for (const auto& command : kCommands) {
-        if (command.run == run) {
-            return command;
+// Runs a change on the machine and saves it. A change the store refuses
+// changes nothing: it fails with the store's reason.
+template <typename Change>
+int ChangeMachine(CliContext& c, std::string_view command, const std::string& path, Change change) {
+    const long rc = change(c.TheMachine().Registry());
+    if (rc != kErrorSuccess) {
+        const std::string root = path.substr(0, path.find('\\'));
+        c.err << "glyphmoor-cli: " << command << ": " << (path.empty() ? "an empty path" : path) << ": ";
+        if (RootFromName(root) == RootKey::None) {
+            c.err << "'" << root << "' is not a root key";
+        } else {
+            c.err << RegErrorText(rc);
         }
-    }
-    return kCommands.front();
-}
-
-int Read(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(Read));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
+        c.err << "\n";
         return kExitFailed;
     }
-    c.out << GetRegString(machine->Registry(), FullPath(a[0]), a[1]) << '\n';
+    return c.SaveMachine() ? kExitOk : kExitFailed;
+}
+
+}  // namespace
+
+int RegRead(CliContext& c, CommandArgs a) {
+    c.out << GetRegString(c.TheMachine().Registry(), FullPath(a[0]), a[1]) << '\n';
     return kExitOk;
 }
 
-int ReadDword(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(ReadDword));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    c.out << GetRegDword(machine->Registry(), FullPath(a[0]), a[1]) << '\n';
+int RegReadDword(CliContext& c, CommandArgs a) {
+    c.out << GetRegDword(c.TheMachine().Registry(), FullPath(a[0]), a[1]) << '\n';
     return kExitOk;
 }
 
-int ReadBinary(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(ReadBinary));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    const std::string text = GetRegBinary(machine->Registry(), FullPath(a[0]), a[1]);
+int RegReadBinary(CliContext& c, CommandArgs a) {
+    const std::string text = GetRegBinary(c.TheMachine().Registry(), FullPath(a[0]), a[1]);
     if (text == kRegError) {
         c.out << text << '\n';
         return kExitOk;
@@ -202,141 +165,72 @@ int ReadBinary(CliContext& c, CommandArgs a) {
     return kExitOk;
 }
 
-// Runs a change on the machine and saves it. A change the store refuses
-// changes nothing: it fails with the store's reason.
-template <typename Change>
-int ChangeMachine(CliContext& c, const CliCommand& command, const std::string& path, Change change) {
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    const long rc = change(machine->Registry());
-    if (rc != kErrorSuccess) {
-        std::string root = path.substr(0, path.find('\\'));
-        c.err << "glyphmoor-cli: " << command.name << ": " << (path.empty() ? "an empty path" : path) << ": ";
-        if (RootFromName(root) == RootKey::None) {
-            c.err << "'" << root << "' is not a root key";
-        } else {
-            c.err << RegErrorText(rc);
-        }
-        c.err << "\n";
-        return kExitFailed;
-    }
-    return c.SaveMachine() ? kExitOk : kExitFailed;
-}
-
-int Write(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(Write));
-    }
+int RegWrite(CliContext& c, CommandArgs a) {
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(Write), path,
+    return ChangeMachine(c, "reg write", path,
                          [&](RegistryStore& r) { return SetRegString(r, path, a[1], a[2]); });
 }
 
-int WriteDword(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(WriteDword));
-    }
+int RegWriteDword(CliContext& c, CommandArgs a) {
     const auto number = ParseDword(a[2]);
     if (!number) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not a 32-bit number\n";
         return kExitUsage;
     }
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(WriteDword), path,
+    return ChangeMachine(c, "reg write-dword", path,
                          [&](RegistryStore& r) { return SetRegDword(r, path, a[1], *number); });
 }
 
-int WriteBinary(CliContext& c, CommandArgs a) {
-    if (a.size() != 3) {
-        return UsageError(c, Command(WriteBinary));
-    }
+int RegWriteBinary(CliContext& c, CommandArgs a) {
     const auto bytes = ParseHex(a[2]);
     if (!bytes) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not hex bytes (two hex digits a byte, no separators)\n";
         return kExitUsage;
     }
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(WriteBinary), path,
+    return ChangeMachine(c, "reg write-binary", path,
                          [&](RegistryStore& r) { return SetRegBinary(r, path, a[1], TextOfBytes(*bytes)); });
 }
 
-int DeleteValue(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(DeleteValue));
-    }
+int RegDeleteValue(CliContext& c, CommandArgs a) {
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(DeleteValue), path,
+    return ChangeMachine(c, "reg delete-value", path,
                          [&](RegistryStore& r) { return DeleteRegValue(r, path, a[1]); });
 }
 
-int DeleteKey(CliContext& c, CommandArgs a) {
-    if (a.size() != 2) {
-        return UsageError(c, Command(DeleteKey));
-    }
+int RegDeleteKey(CliContext& c, CommandArgs a) {
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(DeleteKey), path,
+    return ChangeMachine(c, "reg delete-key", path,
                          [&](RegistryStore& r) { return DeleteRegKey(r, path, a[1]); });
 }
 
-int CreateKey(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(CreateKey));
-    }
+int RegCreateKey(CliContext& c, CommandArgs a) {
     const std::string path = FullPath(a[0]);
-    return ChangeMachine(c, Command(CreateKey), path,
-                         [&](RegistryStore& r) { return CreateRegKey(r, path); });
+    return ChangeMachine(c, "reg create-key", path, [&](RegistryStore& r) { return CreateRegKey(r, path); });
 }
 
-int Exists(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Exists));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
-    c.out << (RegKeyExists(machine->Registry(), FullPath(a[0])) ? "true" : "false") << '\n';
+int RegExists(CliContext& c, CommandArgs a) {
+    c.out << (RegKeyExists(c.TheMachine().Registry(), FullPath(a[0])) ? "true" : "false") << '\n';
     return kExitOk;
 }
 
-int Keys(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Keys));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+int RegKeys(CliContext& c, CommandArgs a) {
     std::vector<std::string> names;
-    EnumRegKeys(machine->Registry(), FullPath(a[0]), names);
+    EnumRegKeys(c.TheMachine().Registry(), FullPath(a[0]), names);
     for (const auto& name : names) {
         c.out << name << '\n';
     }
     return kExitOk;
 }
 
-int Values(CliContext& c, CommandArgs a) {
-    if (a.size() != 1) {
-        return UsageError(c, Command(Values));
-    }
-    Machine* machine = c.OpenMachine();
-    if (machine == nullptr) {
-        return kExitFailed;
-    }
+int RegValues(CliContext& c, CommandArgs a) {
     std::vector<std::pair<std::string, RegValue>> values;
-    EnumRegRawValues(machine->Registry(), FullPath(a[0]), values);
+    EnumRegRawValues(c.TheMachine().Registry(), FullPath(a[0]), values);
     for (const auto& [name, value] : values) {
         c.out << (name.empty() ? std::string("(Default)") : name) << '\t' << ShowValue(value) << '\n';
     }
     return kExitOk;
-}
-
-}  // namespace
-
-std::span<const CliCommand> RegCommands() {
-    return kCommands;
 }
 
 std::string EscapeForDisplay(std::string_view bytes) {

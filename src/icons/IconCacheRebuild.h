@@ -8,7 +8,7 @@
 // changed, puts the size back and tells them again.
 #pragma once
 
-#include "ui/core/modMsgbox.h"
+#include "prompts/modMsgbox.h"
 
 #include <functional>
 #include <string_view>

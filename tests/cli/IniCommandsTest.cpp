@@ -1,7 +1,5 @@
 // The ini commands, run in-process with captured output.
 #include "cli/Cli.h"
-#include "cli/IniCommands.h"
-#include "foundation/FakeEnvironment.h"
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
@@ -18,9 +16,16 @@ struct CommandRun {
     std::string out, err;
 };
 
-CommandRun Ini(const std::vector<std::string>& args, const Environment* env) {
+// "ini ARGS", on the machine folder `machine` (which maps C:\ to its drive_c) or on none.
+CommandRun Ini(const std::vector<std::string>& args, const std::filesystem::path* machine) {
+    std::vector<std::string> words;
+    if (machine != nullptr) {
+        words = {"--machine", machine->string()};
+    }
+    words.emplace_back("ini");
+    words.insert(words.end(), args.begin(), args.end());
     std::ostringstream out, err;
-    const int status = CmdIni(args, env, out, err);
+    const int status = RunCli(words, out, err);
     return {status, out.str(), err.str()};
 }
 
@@ -38,7 +43,7 @@ protected:
                "Network\r\nBootGUI=2\r\n";
     }
     test::TempDir m_dir;
-    FakeEnvironment m_env{m_dir.Path() / "drive_c"};
+    std::filesystem::path m_machine = m_dir.Path();
 };
 
 TEST_F(IniCommands, ReadKeysAndWriteThroughTheMachine) {
@@ -57,7 +62,7 @@ TEST_F(IniCommands, ReadKeysAndWriteThroughTheMachine) {
         {{"read", "C:\\Msdos.sys", "Options", "BootGUI"}, 0, "0\n"},
     };
     for (const auto& c : cases) {
-        const CommandRun run = Ini(c.args, &m_env);
+        const CommandRun run = Ini(c.args, &m_machine);
         EXPECT_EQ(run.status, c.status) << c.args[0] << " " << c.args[1];
         EXPECT_EQ(run.out, c.out) << c.args[0] << " " << c.args[1];
         EXPECT_EQ(run.err, "");
@@ -74,7 +79,8 @@ TEST_F(IniCommands, HostPathsAndNewFiles) {
     EXPECT_EQ(ReadAll(path), "[Desktop Icons]\r\nMy Computer=C:\\x.ico,0\r\n");
     if (!test::HostPathsHaveDriveLetters()) {
         // With a machine at hand, a host path still names the host's file.
-        EXPECT_EQ(Ini({"read", path.string(), "desktop icons", "my computer"}, &m_env).out, "C:\\x.ico,0\n");
+        EXPECT_EQ(Ini({"read", path.string(), "desktop icons", "my computer"}, &m_machine).out,
+                  "C:\\x.ico,0\n");
     }
 }
 

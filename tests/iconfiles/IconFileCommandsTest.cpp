@@ -1,7 +1,7 @@
 // The command-line commands over icon files, run in-process.
 #include "IconFixtures.h"
 
-#include "cli/IconFileCommands.h"
+#include "cli/Cli.h"
 #include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/modResource.h"
@@ -15,17 +15,18 @@
 namespace glyphmoor {
 namespace {
 
-using Command = int (*)(const std::vector<std::string>&, std::ostream&, std::ostream&);
-
 struct Outcome {
     int status;
     std::string out;
     std::string err;
 };
 
-Outcome Call(Command command, const std::vector<std::string>& args) {
+// Runs glyphmoor-cli COMMAND ARGS in-process.
+Outcome Call(const std::string& command, const std::vector<std::string>& args) {
+    std::vector<std::string> words{command};
+    words.insert(words.end(), args.begin(), args.end());
     std::ostringstream out, err;
-    const int status = command(args, out, err);
+    const int status = RunCli(words, out, err);
     return {status, out.str(), err.str()};
 }
 
@@ -43,26 +44,26 @@ protected:
 };
 
 TEST_F(IconCommands, ResourcesListsTypesThenNames) {
-    const Outcome run = Call(CmdResources, {dir + "/lib.dll"});
+    const Outcome run = Call("resources", {dir + "/lib.dll"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "3\tIcon\n14\tGroup Icon\n3\t1\n3\t2\n3\t3\n3\t4\n14\t1\n14\t2\n");
 }
 
 TEST_F(IconCommands, IconCount) {
-    EXPECT_EQ(Call(CmdIconCount, {dir + "/lib.dll"}).out, "2\n");
-    EXPECT_EQ(Call(CmdIconCount, {dir + "/one.ico"}).out, "1\n");
-    EXPECT_NE(Call(CmdIconCount, {dir + "/absent"}).status, 0);
+    EXPECT_EQ(Call("icon-count", {dir + "/lib.dll"}).out, "2\n");
+    EXPECT_EQ(Call("icon-count", {dir + "/one.ico"}).out, "1\n");
+    EXPECT_NE(Call("icon-count", {dir + "/absent"}).status, 0);
 }
 
 TEST_F(IconCommands, ExtractWritesTheIconFile) {
-    const Outcome run = Call(CmdExtract, {dir + "/lib.dll", "1", dir + "/out.ico"});
+    const Outcome run = Call("extract", {dir + "/lib.dll", "1", dir + "/out.ico"});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(test::ReadAll(dir + "/out.ico"), test::MakeIcon({{48, 8}, {32, 8}}).ToBytes());
 }
 
 TEST_F(IconCommands, ExtractPngTakesTheImageForTheSize) {
     if (!PngSupported()) {
-        const Outcome run = Call(CmdExtract, {dir + "/lib.dll", "0", dir + "/out.png"});
+        const Outcome run = Call("extract", {dir + "/lib.dll", "0", dir + "/out.png"});
         EXPECT_NE(run.status, 0);
         EXPECT_NE(run.err.find("not in this build"), std::string::npos);
         return;
@@ -72,7 +73,7 @@ TEST_F(IconCommands, ExtractPngTakesTheImageForTheSize) {
         if (*size != '\0') {
             args.insert(args.begin(), {"--size", size});
         }
-        const Outcome run = Call(CmdExtract, args);
+        const Outcome run = Call("extract", args);
         ASSERT_EQ(run.status, 0) << run.err;
         auto image = DecodePng(test::ReadAll(dir + "/out.png"));
         ASSERT_TRUE(image.ok()) << image.reason();
@@ -91,7 +92,7 @@ TEST_F(IconCommands, ExtractRefusesWithAReason) {
         {dir + "/absent.dll", "0", dir + "/x.ico"},
     };
     for (const auto& args : rows) {
-        const Outcome run = Call(CmdExtract, args);
+        const Outcome run = Call("extract", args);
         EXPECT_NE(run.status, 0) << args[1];
         EXPECT_FALSE(run.err.empty()) << args[1];
     }
@@ -99,17 +100,17 @@ TEST_F(IconCommands, ExtractRefusesWithAReason) {
 }
 
 TEST_F(IconCommands, ExtractAllWritesEveryGroup) {
-    const Outcome run = Call(CmdExtractAll, {dir + "/lib.dll", dir + "/all"});
+    const Outcome run = Call("extract-all", {dir + "/lib.dll", dir + "/all"});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(test::ReadAll(dir + "/all/lib.dll_0.ico"), test::MakeIcon({{32, 4}, {16, 4}}).ToBytes());
     EXPECT_EQ(test::ReadAll(dir + "/all/lib.dll_1.ico"), test::MakeIcon({{48, 8}, {32, 8}}).ToBytes());
     EXPECT_FALSE(std::filesystem::exists(dir + "/all/lib.dll_2.ico"));
 
-    ASSERT_EQ(Call(CmdExtractAll, {dir + "/one.ico", dir + "/all"}).status, 0);
+    ASSERT_EQ(Call("extract-all", {dir + "/one.ico", dir + "/all"}).status, 0);
     EXPECT_TRUE(std::filesystem::exists(dir + "/all/one.ico_0.ico"));
 
     test::WriteAll(dir + "/bad.dll", test::Bytes(64, std::byte{'M'}));
-    const Outcome bad = Call(CmdExtractAll, {dir + "/bad.dll", dir + "/all"});
+    const Outcome bad = Call("extract-all", {dir + "/bad.dll", dir + "/all"});
     EXPECT_NE(bad.status, 0);
     EXPECT_NE(bad.err.find("bad.dll"), std::string::npos);
 }
@@ -123,7 +124,7 @@ TEST_F(IconCommands, ExtractTakesANegativeIndexForAResourceId) {
     const Case cases[] = {{"-1", 0, 1}, {"-2", 0, 2}, {"-3", 1, 0}};
     for (const auto& c : cases) {
         std::filesystem::remove(dir + "/out.ico");
-        const Outcome run = Call(CmdExtract, {dir + "/lib.dll", c.index, dir + "/out.ico"});
+        const Outcome run = Call("extract", {dir + "/lib.dll", c.index, dir + "/out.ico"});
         ASSERT_EQ(run.status, c.status) << c.index << ": " << run.err;
         if (c.group != 0) {
             cFileIcon expected;
@@ -146,7 +147,7 @@ TEST_F(IconCommands, ExtractAllOfADamagedLibraryWritesNothing) {
     resources.erase(std::next(image).base());
     test::WriteAll(dir + "/cut.dll", BuildResourceOnlyPe(resources, {}));
 
-    const Outcome run = Call(CmdExtractAll, {dir + "/cut.dll", dir + "/all"});
+    const Outcome run = Call("extract-all", {dir + "/cut.dll", dir + "/all"});
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("no file was written"), std::string::npos) << run.err;
     EXPECT_TRUE(std::filesystem::is_empty(dir + "/all"));

@@ -5,8 +5,8 @@
 #include "foundation/Startup.h"
 #include "foundation/modRegistry.h"
 #include "icons/IconCacheRebuild.h"
+#include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
-#include "ui/core/ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 

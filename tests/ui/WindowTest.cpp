@@ -7,10 +7,10 @@
 #include "iconfiles/IconImage.h"
 #include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
+#include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 #include "ui/changeicon/frmChangeIcon.h"
-#include "ui/core/ScriptedPrompt.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 

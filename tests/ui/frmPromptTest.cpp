@@ -3,7 +3,7 @@
 #include "foundation/AppEnvironment.h"
 #include "foundation/AppState.h"
 #include "foundation/System.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/modMsgbox.h"
 #include "ui/prompt/frmPrompt.h"
 
 #include <QApplication>

@@ -10,7 +10,7 @@
 #include "foundation/AppState.h"
 
 #include "icons/IconEditing.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/modMsgbox.h"
 #include "ui/icons/IconPictures.h"
 
 #include <QWidget>

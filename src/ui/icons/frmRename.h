@@ -2,7 +2,7 @@
 #pragma once
 
 #include "icons/IconEditing.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/modMsgbox.h"
 
 #include <QDialog>
 

@@ -11,8 +11,8 @@
 #include "foundation/Machine.h"
 #include "foundation/Startup.h"
 #include "icons/IconEditing.h"
-#include "ui/core/Prompt.h"
-#include "ui/core/modMsgbox.h"
+#include "prompts/Prompt.h"
+#include "prompts/modMsgbox.h"
 
 #include <QMainWindow>
 

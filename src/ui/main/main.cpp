@@ -3,12 +3,14 @@
 #include "ui/main/Main.h"
 #include "foundation/Machine.h"
 #include "foundation/Startup.h"
+#include "foundation/Version.h"
 
 #include <QApplication>
 
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -28,6 +30,18 @@ bool HasDisplay() {
 #endif
 }
 
+constexpr std::string_view kWindowHelp =
+    "usage: glyphmoor [--machine DIR] [/t FILE | /f FOLDER]\n\n"
+    "Opens Glyphmoor's window on the built-in default machine (a Windows 98 machine\n"
+    "folder in the user's data folder), or on the machine folder DIR, any Wine prefix.\n\n"
+    "  /t FILE        opens on the \"Icons & Cursors\" page with the theme FILE\n"
+    "  /f FOLDER      opens on the \"Folders\" page at FOLDER\n"
+    "  --machine DIR  works on the machine folder DIR\n"
+    "  --help, -h     prints this text\n"
+    "  --version      prints the program's version\n\n"
+    "Exactly one blank separates /t or /f from its argument. glyphmoor-cli does the\n"
+    "same work from the command line: \"glyphmoor-cli help\" lists its commands.\n";
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -39,6 +53,12 @@ int main(int argc, char** argv) {
             machineDir = argv[++i];
         } else if (word.starts_with("--machine=")) {
             machineDir = word.substr(10);
+        } else if (word == "--help" || word == "-h") {
+            std::cout << kWindowHelp;
+            return EXIT_SUCCESS;
+        } else if (word == "--version") {
+            std::cout << "glyphmoor " << glyphmoor::ProgramVersion() << '\n';
+            return EXIT_SUCCESS;
         } else {
             words.push_back(word);
         }

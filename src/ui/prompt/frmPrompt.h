@@ -9,8 +9,8 @@
 // on another button. Escape and the close box close it without an answer.
 #pragma once
 
-#include "ui/core/Prompt.h"
-#include "ui/core/PromptLayout.h"
+#include "prompts/Prompt.h"
+#include "ui/prompt/PromptLayout.h"
 
 #include <QDialog>
 #include <array>

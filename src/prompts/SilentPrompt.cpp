@@ -1,4 +1,4 @@
-#include "ui/core/SilentPrompt.h"
+#include "prompts/SilentPrompt.h"
 
 namespace glyphmoor {
 

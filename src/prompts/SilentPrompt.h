@@ -6,7 +6,7 @@
 // person, and no silencing value is written.
 #pragma once
 
-#include "ui/core/Prompt.h"
+#include "prompts/Prompt.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "ui/core/ScriptedPrompt.h"
+#include "support/ScriptedPrompt.h"
 
 namespace glyphmoor {
 

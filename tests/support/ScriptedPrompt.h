@@ -3,7 +3,7 @@
 // not) and Escape. It keeps every request it was shown, for tests.
 #pragma once
 
-#include "ui/core/Prompt.h"
+#include "prompts/Prompt.h"
 
 #include <cstddef>
 #include <deque>

@@ -7,7 +7,7 @@
 // frame and caption bar included, as the program sizes the window.
 #pragma once
 
-#include "ui/core/Prompt.h"
+#include "prompts/Prompt.h"
 
 #include <array>
 #include <string>

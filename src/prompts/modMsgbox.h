@@ -13,7 +13,7 @@
 #include "foundation/AppState.h"
 #include "foundation/RegistryStore.h"
 #include "foundation/System.h"
-#include "ui/core/Prompt.h"
+#include "prompts/Prompt.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "ui/core/PromptLayout.h"
+#include "ui/prompt/PromptLayout.h"
 
 namespace glyphmoor {
 

@@ -1,4 +1,4 @@
-#include "ui/core/Prompt.h"
+#include "prompts/Prompt.h"
 
 namespace glyphmoor {
 

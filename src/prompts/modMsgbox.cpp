@@ -1,4 +1,4 @@
-#include "ui/core/modMsgbox.h"
+#include "prompts/modMsgbox.h"
 
 #include "foundation/Startup.h"
 #include "foundation/modRegistry.h"

@@ -3,9 +3,9 @@
 #include "foundation/AppEnvironment.h"
 #include "foundation/Startup.h"
 #include "foundation/modRegistry.h"
+#include "prompts/modMsgbox.h"
+#include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
-#include "ui/core/ScriptedPrompt.h"
-#include "ui/core/modMsgbox.h"
 
 #include <gtest/gtest.h>
 

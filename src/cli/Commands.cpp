@@ -1,0 +1,104 @@
+// The one table of glyphmoor-cli's commands: name, arguments, what they do,
+// arity and whether the runner opens the machine first.
+#include "cli/Cli.h"
+#include "cli/IconCommands.h"
+#include "cli/IconFileCommands.h"
+#include "cli/IniCommands.h"
+#include "cli/RebuildCommands.h"
+#include "cli/RegCommands.h"
+
+#include <array>
+
+namespace glyphmoor {
+
+namespace {
+
+constexpr bool kMachine = true;
+constexpr bool kNoMachine = false;
+
+constexpr std::string_view kWritesMachine =
+    "The change is written to the machine at once; a Wine prefix whose wineserver runs is refused.";
+constexpr std::string_view kHostOrMachineFile =
+    "FILE is a Windows path on the machine when it begins with a drive letter and a colon "
+    "(C:\\Msdos.sys), else a path of the host.";
+constexpr std::string_view kAppliesLikeApply =
+    "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
+    "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
+
+constexpr std::array<CliCommand, 25> kCommands = {{
+    {"reg read", "PATH NAME", "prints the value's text, or Error",
+     "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
+     RegRead},
+    {"reg read-dword", "PATH NAME", "prints the value as a number (10 when it cannot be read)",
+     "A value that is not a DWORD reads as 10, the program's marker.", 2, 2, kMachine, RegReadDword},
+    {"reg read-binary", "PATH NAME", "prints the value's bytes in hex, or Error",
+     "Two lower-case hex digits a byte, no separators.", 2, 2, kMachine, RegReadBinary},
+    {"reg write", "PATH NAME TEXT", "stores a text value, making the key when needed", kWritesMachine, 3, 3,
+     kMachine, RegWrite},
+    {"reg write-dword", "PATH NAME N", "stores a number value",
+     "N is a decimal number from -2147483648 to 4294967295, or 0x and hex digits.", 3, 3, kMachine,
+     RegWriteDword},
+    {"reg write-binary", "PATH NAME HEX", "stores a binary value given in hex",
+     "HEX is two hex digits a byte, no separators.", 3, 3, kMachine, RegWriteBinary},
+    {"reg delete-value", "PATH NAME", "removes a value", kWritesMachine, 2, 2, kMachine, RegDeleteValue},
+    {"reg delete-key", "PARENTPATH SUBKEY", "removes a key",
+     "Windows 95 and 98 machines remove the subtree; Windows NT refuses a key with subkeys.", 2, 2, kMachine,
+     RegDeleteKey},
+    {"reg create-key", "PATH", "makes a key and every key above it", kWritesMachine, 1, 1, kMachine,
+     RegCreateKey},
+    {"reg exists", "PATH", "prints true when the key can be opened, else false", "", 1, 1, kMachine,
+     RegExists},
+    {"reg keys", "PATH", "prints the key's subkeys, one a line", "In the registry's own order.", 1, 1,
+     kMachine, RegKeys},
+    {"reg values", "PATH", "prints NAME, TAB, DATA for each value",
+     "Bytes below 0x20 or above 0x7e are shown as \\xHH.", 1, 1, kMachine, RegValues},
+    {"ini read", "FILE SECTION KEY",
+     "the value GetPrivateProfileStringA gives (default \"\", buffer size 127)", kHostOrMachineFile, 3, 3,
+     kNoMachine, IniRead},
+    {"ini keys", "FILE SECTION", "the key names of a section, one a line (buffer size 299)",
+     kHostOrMachineFile, 2, 2, kNoMachine, IniKeys},
+    {"ini write", "FILE SECTION KEY VALUE", "sets a value, creating the section or the file",
+     kHostOrMachineFile, 4, 4, kNoMachine, IniWrite},
+    {"icons set", "GROUP NAME LOCATION",
+     "gives the entry NAME of GROUP (a number or a group name) the icon LOCATION (file,index; a pointer "
+     "file for Cursors) and applies it",
+     kAppliesLikeApply, 3, 3, kMachine, IconsSet},
+    {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", kAppliesLikeApply, 2,
+     2, kMachine, IconsRestore},
+    {"icons rename", "GROUP NAME NEWNAME",
+     "renames a desktop object or a special folder (the Recycle Bin's two entries together) and applies it",
+     kAppliesLikeApply, 3, 3, kMachine, IconsRename},
+    {"icons restore-all", "[--cursors] [--yes]",
+     "puts every icon (or with --cursors every pointer) back to its default and applies them; asks for "
+     "--yes first",
+     "Without --yes it shows the window's question on the error stream and changes nothing.", 0, 2, kMachine,
+     IconsRestoreAll},
+    {"icons", "[--group N]",
+     "prints the icon catalogue, an entry a line: group, display name, catalogue name, current file, "
+     "current index, default file, default index",
+     "Groups 1 to 7 in table order, or group N alone. The catalogue name is empty when it is the\n"
+     "display name.",
+     0, 2, kMachine, Icons},
+    {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
+     kHostOrMachineFile, 1, 1, kNoMachine, CmdResources},
+    {"icon-count", "FILE", "the number of icons in FILE", kHostOrMachineFile, 1, 1, kNoMachine, CmdIconCount},
+    {"extract", "FILE INDEX OUT [--size N]",
+     "writes icon INDEX of FILE as an icon file (OUT.ico) or its best image as PNG (OUT.png)",
+     "The PNG is the image best for N pixels (1 to 256, default 32) at 32 bits a pixel.", 3, 5, kNoMachine,
+     CmdExtract},
+    {"extract-all", "FILE DIR", "writes every icon of FILE as DIR/<file name>_<index>.ico",
+     "DIR is made when it does not exist.", 2, 2, kNoMachine, CmdExtractAll},
+    {"rebuild-icons", "",
+     "rebuilds the shell's icon cache, asking and showing nothing; prints each registry write and message "
+     "sent",
+     "The same rebuild as the window's Tools, Rebuild Icon Cache, its notices answered silently.", 0, 0,
+     kMachine, RebuildIcons},
+}};
+
+}  // namespace
+
+std::span<const CliCommand> CliCommands() {
+    return kCommands;
+}
+
+}  // namespace glyphmoor
