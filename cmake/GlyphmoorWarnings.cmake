@@ -5,6 +5,9 @@ function(glyphmoor_warnings target)
   else()
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                              -Wno-sign-conversion)
+    if(GLYPHMOOR_WERROR)
+      target_compile_options(${target} PRIVATE -Werror)
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       # GCC 12 reports impossible overlaps in std::string at -O2 (a known false positive).
       target_compile_options(${target} PRIVATE -Wno-restrict)

@@ -1,12 +1,12 @@
 #include "cli/IconFileCommands.h"
 
+#include "foundation/FileIo.h"
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/cResources.h"
 #include "iconfiles/modResource.h"
 
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <vector>
 
@@ -31,6 +31,28 @@ std::string Lower(std::string text) {
         }
     }
     return text;
+}
+
+// The icon's best image for `size` pixels as a PNG file; the exit status.
+int WritePng(std::ostream& err, const cFileIcon& icon, int size, const std::string& imageLabel, int index,
+             const std::filesystem::path& outFile) {
+    const int best = icon.PickImage(size, 32);
+    auto image = icon.DecodeImage(best);
+    if (!image) {
+        err << imageLabel << best << " of icon " << index << ": " << image.reason() << "\n";
+        return 1;
+    }
+    auto png = EncodePng(*image);
+    if (!png) {
+        err << outFile.string() << ": " << png.reason() << "\n";
+        return 1;
+    }
+    const std::string_view bytes(reinterpret_cast<const char*>(png->data()), png->size());
+    if (!WriteFileAtomically(outFile, bytes)) {
+        err << outFile.string() << ": cannot write the PNG file\n";
+        return 1;
+    }
+    return 0;
 }
 
 }  // namespace
@@ -76,14 +98,13 @@ int CmdIconCount(CliContext& c, CommandArgs a) {
 }
 
 int CmdExtract(CliContext& c, CommandArgs args) {
-    std::ostream& err = c.err;
     std::vector<std::string> positional;
     int size = 32;
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--size") {
             const auto n = i + 1 < args.size() ? ParseInt(args[i + 1]) : std::nullopt;
             if (!n || *n < 1 || *n > 256) {
-                err << "--size needs a number of pixels from 1 to 256\n";
+                c.err << "--size needs a number of pixels from 1 to 256\n";
                 return 2;
             }
             size = *n;
@@ -104,46 +125,28 @@ int CmdExtract(CliContext& c, CommandArgs args) {
     }
     const auto index = ParseInt(positional[1]);
     if (!index) {
-        err << "INDEX must be a whole number, not " << positional[1] << "\n";
+        c.err << "INDEX must be a whole number, not " << positional[1] << "\n";
         return 2;
     }
     const std::filesystem::path outFile = positional[2];
     const std::string extension = Lower(outFile.extension().string());
     if (extension != ".ico" && extension != ".png") {
-        err << outFile.string() << ": OUT must end in .ico or .png\n";
+        c.err << outFile.string() << ": OUT must end in .ico or .png\n";
         return 2;
     }
     cFileIcon icon;
     if (Status s = LoadIconOfFile(positional[0], *index, icon); !s) {
-        err << positional[0] << ": " << s.reason() << "\n";
+        c.err << positional[0] << ": " << s.reason() << "\n";
         return 1;
     }
     if (extension == ".ico") {
         if (!icon.SaveIcon(outFile)) {
-            err << outFile.string() << ": cannot write the icon file\n";
+            c.err << outFile.string() << ": cannot write the icon file\n";
             return 1;
         }
         return 0;
     }
-    const int best = icon.PickImage(size, 32);
-    auto image = icon.DecodeImage(best);
-    if (!image) {
-        err << positional[0] << ": image " << best << " of icon " << *index << ": " << image.reason() << "\n";
-        return 1;
-    }
-    auto png = EncodePng(*image);
-    if (!png) {
-        err << outFile.string() << ": " << png.reason() << "\n";
-        return 1;
-    }
-    std::ofstream file(outFile, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(png->data()), static_cast<std::streamsize>(png->size()));
-    file.close();
-    if (!file) {
-        err << outFile.string() << ": cannot write the PNG file\n";
-        return 1;
-    }
-    return 0;
+    return WritePng(c.err, icon, size, positional[0] + ": image ", *index, outFile);
 }
 
 int CmdExtractAll(CliContext& c, CommandArgs a) {

@@ -1,5 +1,6 @@
 #include "cli/RegCommands.h"
 
+#include "foundation/Hex.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
@@ -28,22 +29,6 @@ std::string TextOfBytes(std::string_view bytes) {
         AppendUtf8(text, AnsiToCodePoint(static_cast<std::uint8_t>(b)));
     }
     return text;
-}
-
-std::optional<std::string> ParseHex(std::string_view hex) {
-    if (hex.size() % 2 != 0) {
-        return std::nullopt;
-    }
-    std::string bytes;
-    for (std::size_t i = 0; i < hex.size(); i += 2) {
-        unsigned value = 0;
-        auto [ptr, ec] = std::from_chars(hex.data() + i, hex.data() + i + 2, value, 16);
-        if (ec != std::errc() || ptr != hex.data() + i + 2) {
-            return std::nullopt;
-        }
-        bytes.push_back(static_cast<char>(value));
-    }
-    return bytes;
 }
 
 // A decimal number from -2147483648 to 4294967295, or 0x followed by hex digits.
@@ -156,12 +141,11 @@ int RegReadBinary(CliContext& c, CommandArgs a) {
         c.out << text << '\n';
         return kExitOk;
     }
-    static constexpr char kDigits[] = "0123456789abcdef";
+    std::string hex;
     for (char b : AnsiBytes(text)) {
-        const auto u = static_cast<unsigned char>(b);
-        c.out << kDigits[u >> 4] << kDigits[u & 0xF];
+        AppendHexByte(hex, static_cast<std::uint8_t>(b));
     }
-    c.out << '\n';
+    c.out << hex << '\n';
     return kExitOk;
 }
 
@@ -183,7 +167,7 @@ int RegWriteDword(CliContext& c, CommandArgs a) {
 }
 
 int RegWriteBinary(CliContext& c, CommandArgs a) {
-    const auto bytes = ParseHex(a[2]);
+    const auto bytes = ParseHexPairs(a[2]);
     if (!bytes) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not hex bytes (two hex digits a byte, no separators)\n";
         return kExitUsage;
@@ -234,14 +218,12 @@ int RegValues(CliContext& c, CommandArgs a) {
 }
 
 std::string EscapeForDisplay(std::string_view bytes) {
-    static constexpr char kDigits[] = "0123456789abcdef";
     std::string out;
     for (char b : bytes) {
         const auto u = static_cast<unsigned char>(b);
         if (u < 0x20 || u > 0x7e) {
             out += "\\x";
-            out += kDigits[u >> 4];
-            out += kDigits[u & 0xF];
+            AppendHexByte(out, u);
         } else {
             out += b;
         }

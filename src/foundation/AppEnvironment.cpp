@@ -14,7 +14,7 @@ WindowsFlavour FlavourOf(const OsVersion& version) {
 }
 
 AppEnvironment InitEnvironment(const Environment& env) {
-    AppEnvironment app;
+    AppEnvironment app(env);
     for (std::size_t i = 0; i < kGroupNames.size(); ++i) {
         app.groupNames[i] = kGroupNames[i];
     }
@@ -27,7 +27,6 @@ AppEnvironment InitEnvironment(const Environment& env) {
     app.winDir = env.WindowsDirectory();
     app.sysDir = env.SystemDirectory();
     app.currentDirectory = programDir;
-    app.machine = &env;
     return app;
 }
 

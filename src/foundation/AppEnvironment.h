@@ -20,6 +20,11 @@ inline constexpr std::array<std::string_view, 8> kGroupNames = {
     "Other Icons",   "File Icons",  "Cursors",      "Include"};
 
 struct AppEnvironment {
+    explicit AppEnvironment(const Environment& env) : machine(env) {}
+
+    // Maps the machine's Windows paths to host files (on the real system, a
+    // Windows path is the host's).
+    const Environment& machine;
     std::array<std::string, 8> groupNames;
     // The program's folder, a backslash, "Glyphmoor.exe": the default file of
     // the pointer entries.
@@ -36,9 +41,6 @@ struct AppEnvironment {
     // The current directory that relative theme paths are taken from: the
     // program's folder, where the program starts.
     std::string currentDirectory;
-    // Maps the machine's Windows paths to host files; null means Windows paths
-    // are host paths (the real system).
-    const Environment* machine = nullptr;
 };
 
 // WindowsFlavour and WindowsName of a version: platform 1 with a minor

@@ -21,8 +21,7 @@ struct AppState {
     bool themeLoaded = false;
 
     // What has been built or read so far; Apply writes only what is loaded.
-    bool iconsLoaded = false;
-    bool cursorsLoaded = false;
+    // (The icon catalogue keeps its own: IconCatalogue::Built and CursorsBuilt.)
     bool themeListLoaded = false;
     bool tweaksLoaded = false;
     bool bootOptionsLoaded = false;

@@ -90,18 +90,4 @@ private:
     std::span<const std::byte> m_data;
 };
 
-// Appends little-endian integers to a byte buffer; the writers' counterpart.
-template <typename Buffer>
-void PutU16(Buffer& out, std::uint16_t v) {
-    out.push_back(static_cast<std::byte>(v & 0xff));
-    out.push_back(static_cast<std::byte>(v >> 8));
-}
-
-template <typename Buffer>
-void PutU32(Buffer& out, std::uint32_t v) {
-    for (int i = 0; i < 4; ++i) {
-        out.push_back(static_cast<std::byte>((v >> (8 * i)) & 0xff));
-    }
-}
-
 }  // namespace glyphmoor

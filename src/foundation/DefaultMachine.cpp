@@ -93,10 +93,7 @@ Status EnsureSeededMachine(const fs::path& dir, const std::vector<fs::path>& see
 
 Result<std::unique_ptr<Machine>> OpenDefaultMachine() {
     const fs::path dir = DefaultMachineDir();
-    Status seeded = EnsureSeededMachine(dir, SeedDirs());
-    if (!seeded) {
-        return Fail(seeded.reason());
-    }
+    TRY(EnsureSeededMachine(dir, SeedDirs()));
     return OpenMachineFolder(dir);
 }
 

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -12,6 +13,36 @@ namespace {
 
 std::string ErrnoText() {
     return std::strerror(errno);
+}
+
+// The whole file into a string or a byte vector.
+template <typename Buffer>
+Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) {
+    // A folder would read as a huge size, and a pipe or device would block
+    // the open itself: only regular files are read.
+    if (Status regular = CheckRegularFile(file); !regular) {
+        return Fail(regular.reason());
+    }
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+        return Fail("cannot read " + file.string() + ": " + ErrnoText());
+    }
+    in.seekg(0, std::ios::end);
+    const std::streamoff size = in.tellg();
+    if (size < 0) {
+        return Fail("cannot read " + file.string());
+    }
+    if (static_cast<std::uint64_t>(size) > limit) {
+        return Fail(file.string() + " is too large (" + std::to_string(size) + " bytes)");
+    }
+    Buffer contents(static_cast<std::size_t>(size), {});
+    if (size > 0) {
+        in.seekg(0, std::ios::beg);
+        if (!in.read(reinterpret_cast<char*>(contents.data()), size)) {
+            return Fail("cannot read " + file.string());
+        }
+    }
+    return contents;
 }
 
 }  // namespace
@@ -34,9 +65,15 @@ Status CheckRegularFile(const std::filesystem::path& file) {
     return {};
 }
 
-Result<std::string> ReadWholeFile(const std::filesystem::path& file) {
-    // A folder would read as a huge size, and a pipe or device would block
-    // the open itself: only regular files are read.
+Result<std::string> ReadWholeFile(const std::filesystem::path& file, std::uint64_t limit) {
+    return ReadInto<std::string>(file, limit);
+}
+
+Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::uint64_t limit) {
+    return ReadInto<std::vector<std::byte>>(file, limit);
+}
+
+Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n) {
     if (Status regular = CheckRegularFile(file); !regular) {
         return Fail(regular.reason());
     }
@@ -44,18 +81,10 @@ Result<std::string> ReadWholeFile(const std::filesystem::path& file) {
     if (!in) {
         return Fail("cannot read " + file.string() + ": " + ErrnoText());
     }
-    std::string contents;
-    in.seekg(0, std::ios::end);
-    const auto size = in.tellg();
-    if (size > 0) {
-        contents.resize(static_cast<std::size_t>(size));
-        in.seekg(0, std::ios::beg);
-        in.read(contents.data(), size);
-        if (!in) {
-            return Fail("cannot read " + file.string());
-        }
-    }
-    return contents;
+    std::vector<std::byte> head(n);
+    in.read(reinterpret_cast<char*>(head.data()), static_cast<std::streamsize>(n));
+    head.resize(static_cast<std::size_t>(in.gcount()));
+    return head;
 }
 
 Status WriteFileAtomically(const std::filesystem::path& file, std::string_view contents) {

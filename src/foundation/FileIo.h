@@ -1,19 +1,27 @@
-// Whole-file reads, atomic replacement and an advisory lock.
+// Whole-file reads (the program's only ones), atomic replacement and an advisory lock.
 #pragma once
 
 #include "foundation/Result.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
-// Reads a regular file (a link to one included); a folder, pipe, device or
-// socket is refused with the reason, before it is opened.
-Result<std::string> ReadWholeFile(const std::filesystem::path& file);
+// The whole file; refused without reading it when it holds more than limit
+// bytes. Only a regular file (or a link to one) is read: a folder, pipe,
+// device or socket is refused with the reason before it is opened.
+Result<std::string> ReadWholeFile(const std::filesystem::path& file,
+                                  std::uint64_t limit = std::numeric_limits<std::uint64_t>::max());
+Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::uint64_t limit);
+// The first n bytes of the file, fewer when it is shorter.
+Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n);
 // Succeeds when file is a regular file (or a link to one); else says what it is.
 Status CheckRegularFile(const std::filesystem::path& file);
 

@@ -34,51 +34,6 @@ std::string ErrnoText(int error) {
     return std::strerror(error);
 }
 
-// The file a path stands for once its links are followed: a save replaces
-// that file and leaves the links as they are. A link to a missing file stands
-// for the file it names.
-std::filesystem::path ThroughLinks(const std::filesystem::path& path) {
-    std::error_code error;
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error))) {
-        return path;
-    }
-    std::filesystem::path target = std::filesystem::canonical(path, error);
-    if (!error) {
-        return target;
-    }
-    target = std::filesystem::read_symlink(path, error);
-    if (error) {
-        return path;
-    }
-    return target.is_absolute() ? target : path.parent_path() / target;
-}
-
-// The temporary name a save of `name` uses: "." name "." digits ".tmp".
-bool IsLeftoverOf(const std::string& candidate, const std::string& name) {
-    const std::string prefix = "." + name + ".";
-    constexpr std::string_view kSuffix = ".tmp";
-    if (candidate.size() <= prefix.size() + kSuffix.size() || !candidate.starts_with(prefix) ||
-        !candidate.ends_with(kSuffix)) {
-        return false;
-    }
-    const std::string_view digits =
-        std::string_view(candidate).substr(prefix.size(), candidate.size() - prefix.size() - kSuffix.size());
-    return std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-// Removes what saves of the same file left behind when they were killed part
-// way. Callers hold a lock over every save of the file, so no other save is
-// writing one of these at the time.
-void RemoveLeftovers(const std::filesystem::path& folder, const std::string& name) {
-    std::error_code error;
-    std::filesystem::directory_iterator it(folder, error);
-    for (; !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
-        if (IsLeftoverOf(it->path().filename().string(), name) && it->is_regular_file(error)) {
-            std::filesystem::remove(it->path(), error);
-        }
-    }
-}
-
 }  // namespace
 
 std::optional<std::uint32_t> ReadHostAttributes(const std::filesystem::path& path) {
@@ -131,14 +86,12 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
     });
 }
 
-Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
-                               const ChunkWriter& write) {
-    const std::filesystem::path path = ThroughLinks(given);
-    const std::filesystem::path folder =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
-    RemoveLeftovers(folder, path.filename().string());
+namespace {
+
+// A new file of a name of its own beside `path` (".NAME.NNNNNN.tmp"), opened for writing.
+int CreateTempBeside(const std::filesystem::path& path, const std::filesystem::path& folder,
+                     std::filesystem::path& temp) {
     std::random_device random;
-    std::filesystem::path temp;
     int fd = -1;
     for (int attempt = 0; attempt < 16 && fd < 0; ++attempt) {
         temp = folder / ("." + path.filename().string() + "." + std::to_string(random() % 1000000U) + ".tmp");
@@ -147,6 +100,86 @@ Status SaveFileTransactionally(const std::filesystem::path& given, std::string_v
             break;
         }
     }
+    return fd;
+}
+
+// The new file takes over the old one's permissions and DOS attributes.
+void KeepPermissions(const std::filesystem::path& path, int fd) {
+    struct stat old {};
+    if (::stat(path.c_str(), &old) == 0) {
+        ::fchmod(fd, old.st_mode & 07777);
+        std::array<char, 64> attrib{};
+        const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, attrib.data(), attrib.size());
+        if (n > 0) {
+            ::fsetxattr(fd, kDosAttribute, attrib.data(), static_cast<std::size_t>(n), 0);
+        }
+    }
+}
+
+// The file a path stands for once its links are followed: a save replaces
+// that file and leaves the links as they are. A link to a missing file stands
+// for the file it names.
+std::filesystem::path ThroughLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error))) {
+        return path;
+    }
+    std::filesystem::path target = std::filesystem::canonical(path, error);
+    if (!error) {
+        return target;
+    }
+    target = std::filesystem::read_symlink(path, error);
+    if (error) {
+        return path;
+    }
+    return target.is_absolute() ? target : path.parent_path() / target;
+}
+
+// The temporary name a save of `name` uses: "." name "." digits ".tmp".
+bool IsLeftoverOf(const std::string& candidate, const std::string& name) {
+    const std::string prefix = "." + name + ".";
+    constexpr std::string_view kSuffix = ".tmp";
+    if (candidate.size() <= prefix.size() + kSuffix.size() || !candidate.starts_with(prefix) ||
+        !candidate.ends_with(kSuffix)) {
+        return false;
+    }
+    const std::string_view digits =
+        std::string_view(candidate).substr(prefix.size(), candidate.size() - prefix.size() - kSuffix.size());
+    return std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// Removes what saves of the same file left behind when they were killed part
+// way. Callers hold a lock over every save of the file, so no other save is
+// writing one of these at the time.
+void RemoveLeftovers(const std::filesystem::path& folder, const std::string& name) {
+    std::error_code error;
+    std::filesystem::directory_iterator it(folder, error);
+    for (; !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        if (IsLeftoverOf(it->path().filename().string(), name) && it->is_regular_file(error)) {
+            std::filesystem::remove(it->path(), error);
+        }
+    }
+}
+
+// Makes a rename in the folder durable.
+void SyncFolder(const std::filesystem::path& folder) {
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
+    }
+}
+
+}  // namespace
+
+Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const std::filesystem::path path = ThroughLinks(given);
+    const std::filesystem::path folder =
+        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    RemoveLeftovers(folder, path.filename().string());
+    std::filesystem::path temp;
+    const int fd = CreateTempBeside(path, folder, temp);
     if (fd < 0) {
         return Fail("Cannot create a file in " + folder.string() + ": " + ErrnoText(errno));
     }
@@ -174,16 +207,7 @@ Status SaveFileTransactionally(const std::filesystem::path& given, std::string_v
         return abandon("Writing " + path.string() + " failed: " + ErrnoText(errno));
     }
 
-    // The new file takes over the old one's permissions and DOS attributes.
-    struct stat old {};
-    if (::stat(path.c_str(), &old) == 0) {
-        ::fchmod(::fileno(file), old.st_mode & 07777);
-        std::array<char, 64> attrib{};
-        const ssize_t n = ::getxattr(path.c_str(), kDosAttribute, attrib.data(), attrib.size());
-        if (n > 0) {
-            ::fsetxattr(::fileno(file), kDosAttribute, attrib.data(), static_cast<std::size_t>(n), 0);
-        }
-    }
+    KeepPermissions(path, ::fileno(file));
     if (std::fclose(file) != 0) {
         ::unlink(temp.c_str());
         return Fail("Writing " + path.string() + " failed: " + ErrnoText(errno));
@@ -193,12 +217,7 @@ Status SaveFileTransactionally(const std::filesystem::path& given, std::string_v
         ::unlink(temp.c_str());
         return Fail("Cannot replace " + path.string() + ": " + ErrnoText(error));
     }
-    // Make the rename itself durable.
-    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
-    }
+    SyncFolder(folder);
     return {};
 }
 

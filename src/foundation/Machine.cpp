@@ -38,16 +38,10 @@ void MakeProgramFolder(const MachineFolder& folder) {
 }  // namespace
 
 Result<std::unique_ptr<Machine>> OpenMachineFolder(const std::filesystem::path& dir) {
-    auto folder = MachineFolder::Open(dir);
-    if (!folder) {
-        return Fail(folder.reason());
-    }
-    auto registry = MachineRegistry::Load(*folder);
-    if (!registry) {
-        return Fail(registry.reason());
-    }
-    MakeProgramFolder(*folder);
-    return std::unique_ptr<Machine>(new FolderMachine(std::move(*folder), std::move(*registry)));
+    auto folder = TRY(MachineFolder::Open(dir));
+    auto registry = TRY(MachineRegistry::Load(folder));
+    MakeProgramFolder(folder);
+    return std::unique_ptr<Machine>(new FolderMachine(std::move(folder), std::move(registry)));
 }
 
 }  // namespace glyphmoor

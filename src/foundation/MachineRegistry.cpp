@@ -105,43 +105,28 @@ Result<MachineRegistry::LoadedHive> MachineRegistry::LoadHive(const std::filesys
         loaded.hive.trailer = "\n";
         return loaded;
     }
-    auto text = ReadWholeFile(file);
-    if (!text) {
-        return Fail(text.reason());
-    }
-    auto hive = ParseWineRegistry(std::make_shared<const std::string>(std::move(*text)), file.string());
-    if (!hive) {
-        return Fail(hive.reason());
-    }
-    loaded.hive = std::move(*hive);
+    auto text = TRY(ReadWholeFile(file));
+    auto hive = TRY(ParseWineRegistry(std::make_shared<const std::string>(std::move(text)), file.string()));
+    loaded.hive = std::move(hive);
     return loaded;
 }
 
 Result<std::unique_ptr<MachineRegistry>> MachineRegistry::Load(const MachineFolder& folder) {
     std::unique_ptr<MachineRegistry> registry(new MachineRegistry(folder));
-    auto machine = LoadHive(folder.HiveFile(HiveId::Machine), "\\\\Machine");
-    if (!machine) {
-        return Fail(machine.reason());
-    }
-    const std::string arch = ArchOf(machine->hive.preamble);
-    registry->m_hives[static_cast<std::size_t>(HiveId::Machine)] = std::move(*machine);
+    auto machine = TRY(LoadHive(folder.HiveFile(HiveId::Machine), "\\\\Machine"));
+    const std::string arch = ArchOf(machine.hive.preamble);
+    registry->m_hives[static_cast<std::size_t>(HiveId::Machine)] = std::move(machine);
 
-    auto user =
-        LoadHive(folder.HiveFile(HiveId::User), std::string("\\\\User\\\\") + std::string(kDefaultUserSid));
-    if (!user) {
-        return Fail(user.reason());
-    }
-    const std::string userRoot = RelativeRootOf(user->hive.preamble);
+    auto user = TRY(
+        LoadHive(folder.HiveFile(HiveId::User), std::string("\\\\User\\\\") + std::string(kDefaultUserSid)));
+    const std::string userRoot = RelativeRootOf(user.hive.preamble);
     const auto sidPos = userRoot.rfind('\\');
     registry->m_userSid =
         sidPos == std::string::npos ? std::string(kDefaultUserSid) : userRoot.substr(sidPos + 1);
-    registry->m_hives[static_cast<std::size_t>(HiveId::User)] = std::move(*user);
+    registry->m_hives[static_cast<std::size_t>(HiveId::User)] = std::move(user);
 
-    auto defaultUser = LoadHive(folder.HiveFile(HiveId::DefaultUser), "\\\\User\\\\.Default");
-    if (!defaultUser) {
-        return Fail(defaultUser.reason());
-    }
-    registry->m_hives[static_cast<std::size_t>(HiveId::DefaultUser)] = std::move(*defaultUser);
+    auto defaultUser = TRY(LoadHive(folder.HiveFile(HiveId::DefaultUser), "\\\\User\\\\.Default"));
+    registry->m_hives[static_cast<std::size_t>(HiveId::DefaultUser)] = std::move(defaultUser);
 
     // A hive made anew takes the architecture of the machine's.
     for (auto& loaded : registry->m_hives) {
@@ -512,20 +497,14 @@ Status MachineRegistry::SaveHive(HiveId id) {
     if (!(onDisk == loaded.stamp)) {
         // Another process saved this hive since it was read: take its file and
         // make our changes again on top of it.
-        auto fresh = LoadHive(loaded.file, loaded.relativeRoot);
-        if (!fresh) {
-            return Fail(fresh.reason());
-        }
+        auto fresh = TRY(LoadHive(loaded.file, loaded.relativeRoot));
         const std::uint64_t now = FileTimeNow();
         for (const auto& change : loaded.changes) {
-            Replay(fresh->hive, change, now);
+            Replay(fresh.hive, change, now);
         }
-        loaded.hive = std::move(fresh->hive);
+        loaded.hive = std::move(fresh.hive);
     }
-    Status written = WriteFileAtomically(loaded.file, SerializeWineRegistry(loaded.hive));
-    if (!written) {
-        return written;
-    }
+    TRY(WriteFileAtomically(loaded.file, SerializeWineRegistry(loaded.hive)));
     loaded.stamp = StampOf(loaded.file);
     loaded.changes.clear();
     return {};
@@ -538,10 +517,7 @@ Status MachineRegistry::Save() {
     if (auto server = m_folder.RunningWineServer()) {
         return Fail(*server);
     }
-    auto lock = FileLock::Acquire(m_folder.LockFile());
-    if (!lock) {
-        return Fail(lock.reason());
-    }
+    auto lock = TRY(FileLock::Acquire(m_folder.LockFile()));
     // A read-only hive stays as it is: nothing is written, not even the
     // other hives, so the machine is not left half changed.
     for (const auto& loaded : m_hives) {
@@ -551,10 +527,7 @@ Status MachineRegistry::Save() {
         }
     }
     for (HiveId id : {HiveId::Machine, HiveId::User, HiveId::DefaultUser}) {
-        Status status = SaveHive(id);
-        if (!status) {
-            return status;
-        }
+        TRY(SaveHive(id));
     }
     return {};
 }

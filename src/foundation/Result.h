@@ -57,4 +57,28 @@ private:
     std::optional<std::string> m_reason;
 };
 
+namespace detail {
+
+template <typename T>
+T TakeValue(Result<T>&& result) {
+    return std::move(result).value();
+}
+
+inline void TakeValue(Status&& /*status*/) {}
+
+}  // namespace detail
+
 }  // namespace glyphmoor
+
+// TRY(expression): the value of a Result (nothing for a Status); when it
+// failed, the enclosing function returns that failure as it is. A GNU
+// statement expression (GCC and Clang, MinGW included); __extension__ keeps
+// -Wpedantic quiet about it. Not to be nested in one expression.
+#define TRY(expression)                                            \
+    __extension__({                                                \
+        auto&& glyphmoor_try_ = (expression);                      \
+        if (!glyphmoor_try_.ok()) {                                \
+            return ::glyphmoor::Fail(glyphmoor_try_.reason());     \
+        }                                                          \
+        ::glyphmoor::detail::TakeValue(std::move(glyphmoor_try_)); \
+    })

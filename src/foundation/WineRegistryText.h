@@ -1,4 +1,6 @@
-// Wine's text registry format (system.reg, user.reg, userdef.reg).
+// Wine's text registry format (system.reg, user.reg, userdef.reg): the reader
+// (WineRegistryReader.cpp) and the writer (WineRegistryWriter.cpp); the string
+// escapes they share are in WineRegistryEscapes.h.
 //
 // The reader is a small state machine over lines: the header, the preamble
 // (comments and "#arch=" lines before the first key), and key sections. Every
@@ -10,6 +12,7 @@
 #include "foundation/Hive.h"
 #include "foundation/Result.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,18 +21,16 @@ namespace glyphmoor {
 
 inline constexpr std::string_view kWineRegistryHeader = "WINE REGISTRY Version 2";
 
+// A key's time: seconds since 1970 in its section header, a FILETIME (100 ns
+// since 1601) in "#time=".
+inline constexpr std::uint64_t kUnixEpochAsFileTime = 116444736000000000ULL;
+inline constexpr std::uint64_t kTicksPerSecond = 10000000ULL;
+
 // Parses a whole file. fileName only serves the reason of a failure, which
 // names the file and line ("user.reg:12: ...").
 Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::string_view fileName);
 
 std::string SerializeWineRegistry(const Hive& hive);
-
-// Wine's string escapes. delimiters are the two characters that get a
-// backslash besides the backslash itself: "\"\"" in values, "[]" in key names.
-std::string EscapeRegistryString(std::u16string_view text, std::string_view delimiters);
-// Reads an escaped string up to an unescaped delimiter; consumed is set past
-// the delimiter. Fails when the delimiter never comes.
-Result<std::u16string> UnescapeRegistryString(std::string_view text, char delimiter, std::size_t& consumed);
 
 // One value as Wine writes it, with its line end(s).
 std::string FormatRegistryValue(std::string_view name, const RegValue& value);

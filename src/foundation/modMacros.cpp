@@ -25,10 +25,7 @@ bool StartsWithLowered(std::string_view value, std::string_view macro) {
 }  // namespace
 
 std::filesystem::path HostFileOf(const AppEnvironment& app, std::string_view path) {
-    if (app.machine != nullptr) {
-        return app.machine->HostPath(path);
-    }
-    return std::filesystem::path(path);
+    return app.machine.HostPath(path);
 }
 
 std::string ExpandThemeMacros(const AppEnvironment& app, std::string_view value, std::string_view themeDir) {

@@ -216,19 +216,13 @@ Status ProfileSetString(const std::filesystem::path& file, OptionalText section,
     }
     // Read, change and save under one lock, so that two writers of a file
     // never save over each other's change.
-    auto lock = FileLock::Acquire(ProfileLockFile());
-    if (!lock) {
-        return Fail(lock.reason());
-    }
-    auto bytes = ReadProfileBytes(file);
-    if (!bytes) {
-        return Fail(bytes.reason());
-    }
+    auto lock = TRY(FileLock::Acquire(ProfileLockFile()));
+    auto bytes = TRY(ReadProfileBytes(file));
     // A Unicode file is edited as its text and saved in its own encoding; the
     // arguments are ANSI text, as the ANSI function converts them.
-    const ProfileEncoding encoding = EncodingOf(*bytes);
+    const ProfileEncoding encoding = EncodingOf(bytes);
     const bool unicode = encoding != ProfileEncoding::Ansi;
-    ProfileFile contents = ProfileFile::Parse(unicode ? Utf16ToUtf8(DecodeUtf16(*bytes, encoding)) : *bytes);
+    ProfileFile contents = ProfileFile::Parse(unicode ? Utf16ToUtf8(DecodeUtf16(bytes, encoding)) : bytes);
     auto text = [&](std::string_view argument) {
         return unicode ? ProfileBytesToText(ProfileArgument(argument)) : std::string(argument);
     };

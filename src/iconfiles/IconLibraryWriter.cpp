@@ -1,11 +1,14 @@
 #include "iconfiles/IconLibraryWriter.h"
 
 #include "foundation/ByteReader.h"
+#include "foundation/ByteWriter.h"
 #include "foundation/TextEncoding.h"
+#include "iconfiles/PeRecords.h"
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/modResource.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <string_view>
 
@@ -17,20 +20,15 @@ constexpr std::uint32_t kFileAlignment = 0x200;
 constexpr std::uint32_t kSectionAlignment = 0x1000;
 constexpr std::uint32_t kRsrcRva = 0x1000;
 constexpr std::uint32_t kPeOffset = 0x80;
+// Resource data and the name strings before it start on 8-byte boundaries.
+constexpr std::uint32_t kResourceAlignment = 8;
 
 std::uint32_t AlignUp(std::uint32_t v, std::uint32_t a) {
     return (v + a - 1) / a * a;
 }
 
-void PutAt16(std::vector<std::byte>& b, std::size_t at, std::uint16_t v) {
-    b[at] = static_cast<std::byte>(v & 0xff);
-    b[at + 1] = static_cast<std::byte>(v >> 8);
-}
-
-void PutAt32(std::vector<std::byte>& b, std::size_t at, std::uint32_t v) {
-    for (int i = 0; i < 4; ++i) {
-        b[at + static_cast<std::size_t>(i)] = static_cast<std::byte>((v >> (8 * i)) & 0xff);
-    }
+std::uint32_t U32(std::size_t v) {
+    return static_cast<std::uint32_t>(v);
 }
 
 // Directory order: named entries first, compared as Windows compares them
@@ -45,223 +43,351 @@ bool EntryLess(const ResourceId& a, const ResourceId& b) {
     return a.number < b.number;
 }
 
-// The MS-DOS stub: prints a line and ends, should anyone start the file under MS-DOS.
-std::vector<std::byte> DosStub() {
-    const std::uint8_t code[] = {0x0e, 0x1f, 0xba, 0x0e, 0x00, 0xb4, 0x09,
-                                 0xcd, 0x21, 0xb8, 0x01, 0x4c, 0xcd, 0x21};
-    const std::string_view text = "This file holds icons for Windows.\r\n$";
-    std::vector<std::byte> stub;
-    for (std::uint8_t c : code) {
-        stub.push_back(std::byte{c});
+// The resources of one type, in directory order.
+using TypeGroup = std::vector<const RawResource*>;
+
+// The resources grouped by type, both levels in directory order.
+std::vector<TypeGroup> GroupByType(const std::vector<RawResource>& resources) {
+    std::vector<const RawResource*> sorted;
+    sorted.reserve(resources.size());
+    for (const RawResource& r : resources) {
+        sorted.push_back(&r);
     }
-    for (char c : text) {
-        stub.push_back(static_cast<std::byte>(c));
+    std::stable_sort(sorted.begin(), sorted.end(), [](const RawResource* a, const RawResource* b) {
+        if (EntryLess(a->type, b->type)) {
+            return true;
+        }
+        if (EntryLess(b->type, a->type)) {
+            return false;
+        }
+        return EntryLess(a->name, b->name);
+    });
+    std::vector<TypeGroup> types;
+    for (const RawResource* r : sorted) {
+        if (types.empty() || !types.back().front()->type.Matches(r->type)) {
+            types.emplace_back();
+        }
+        types.back().push_back(r);
     }
-    return stub;
+    return types;
+}
+
+// Where everything of the .rsrc section goes, in the order it is written: the
+// type directory, a name directory per type, a language directory per
+// resource, a data entry per resource, the name strings, then the data.
+struct SectionLayout {
+    std::vector<std::uint32_t> nameDirAt;
+    std::vector<std::uint32_t> langDirAt;
+    std::vector<std::uint32_t> dataEntryAt;
+    std::map<std::string, std::uint32_t> stringAt;
+    std::vector<std::byte> strings;
+    std::vector<std::uint32_t> dataAt;
+    std::uint32_t size = 0;
+};
+
+std::uint32_t DirectorySize(std::size_t entries) {
+    return U32(sizeof(pe::ResourceDirectory) + entries * sizeof(pe::ResourceDirectoryEntry));
+}
+
+// A name goes into the strings once, as a counted UTF-16 string.
+void InternName(SectionLayout& layout, std::uint32_t stringsStart, const ResourceId& id) {
+    if (!id.isName || layout.stringAt.contains(id.name)) {
+        return;
+    }
+    layout.stringAt[id.name] = stringsStart + U32(layout.strings.size());
+    const std::u16string text = Utf8ToUtf16(id.name);
+    PutU16(layout.strings, static_cast<std::uint16_t>(text.size()));
+    for (char16_t c : text) {
+        PutU16(layout.strings, static_cast<std::uint16_t>(c));
+    }
+}
+
+SectionLayout LayOutSection(const std::vector<TypeGroup>& types) {
+    SectionLayout layout;
+    std::uint32_t pos = DirectorySize(types.size());
+    for (const TypeGroup& t : types) {
+        layout.nameDirAt.push_back(pos);
+        pos += DirectorySize(t.size());
+    }
+    for (const TypeGroup& t : types) {
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            layout.langDirAt.push_back(pos);
+            pos += DirectorySize(1);
+        }
+    }
+    for (std::size_t i = 0; i < layout.langDirAt.size(); ++i) {
+        layout.dataEntryAt.push_back(pos);
+        pos += U32(sizeof(pe::ResourceDataEntry));
+    }
+    for (const TypeGroup& t : types) {
+        InternName(layout, pos, t.front()->type);
+        for (const RawResource* r : t) {
+            InternName(layout, pos, r->name);
+        }
+    }
+    pos = AlignUp(pos + U32(layout.strings.size()), kResourceAlignment);
+    for (const TypeGroup& t : types) {
+        for (const RawResource* r : t) {
+            layout.dataAt.push_back(pos);
+            pos = AlignUp(pos + U32(r->data.size()), kResourceAlignment);
+        }
+    }
+    layout.size = pos;
+    return layout;
+}
+
+void Write(ByteWriter& out, const pe::ResourceDirectoryEntry& entry) {
+    out.U32(entry.name);
+    out.U32(entry.target);
+}
+
+// A directory and its entries, each pointing at targets[i].
+void WriteDirectory(ByteWriter& out, const SectionLayout& layout, const std::vector<ResourceId>& ids,
+                    const std::vector<std::uint32_t>& targets) {
+    pe::ResourceDirectory directory;
+    for (const ResourceId& id : ids) {
+        ++(id.isName ? directory.namedEntries : directory.idEntries);
+    }
+    out.U32(directory.characteristics);
+    out.U32(directory.timeDateStamp);
+    out.U16(directory.majorVersion);
+    out.U16(directory.minorVersion);
+    out.U16(directory.namedEntries);
+    out.U16(directory.idEntries);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const std::uint32_t name =
+            ids[i].isName ? (pe::kResourceHighBit | layout.stringAt.at(ids[i].name)) : ids[i].number;
+        Write(out, pe::ResourceDirectoryEntry{name, targets[i]});
+    }
+}
+
+std::vector<std::byte> WriteSection(const std::vector<TypeGroup>& types, const SectionLayout& layout) {
+    ByteWriter out(layout.size);
+    std::vector<ResourceId> typeIds;
+    std::vector<std::uint32_t> nameDirs;
+    for (std::size_t t = 0; t < types.size(); ++t) {
+        typeIds.push_back(types[t].front()->type);
+        nameDirs.push_back(pe::kResourceHighBit | layout.nameDirAt[t]);
+    }
+    WriteDirectory(out, layout, typeIds, nameDirs);
+    std::size_t flat = 0;
+    for (const TypeGroup& t : types) {
+        std::vector<ResourceId> names;
+        std::vector<std::uint32_t> langDirs;
+        for (const RawResource* r : t) {
+            names.push_back(r->name);
+            langDirs.push_back(pe::kResourceHighBit | layout.langDirAt[flat++]);
+        }
+        WriteDirectory(out, layout, names, langDirs);
+    }
+    flat = 0;
+    for (const TypeGroup& t : types) {
+        for (const RawResource* r : t) {
+            WriteDirectory(out, layout, {ResourceId::Number(r->language)}, {layout.dataEntryAt[flat++]});
+        }
+    }
+    flat = 0;
+    for (const TypeGroup& t : types) {
+        for (const RawResource* r : t) {
+            const pe::ResourceDataEntry entry{kRsrcRva + layout.dataAt[flat++], U32(r->data.size())};
+            out.U32(entry.dataRva);
+            out.U32(entry.size);
+            out.U32(entry.codePage);
+            out.U32(entry.reserved);
+        }
+    }
+    out.Bytes(layout.strings);
+    for (const TypeGroup& t : types) {
+        for (const RawResource* r : t) {
+            out.Align(kResourceAlignment);
+            out.Bytes(r->data);
+        }
+    }
+    out.PadTo(layout.size);
+    return std::move(out).Take();
+}
+
+// The MS-DOS header and stub: the stub prints a line and ends, should anyone
+// start the file under MS-DOS.
+void WriteDosPart(ByteWriter& out) {
+    pe::DosHeader dos;
+    dos.lastPageBytes = 0x90;
+    dos.pages = 3;
+    dos.headerParagraphs = 4;
+    dos.maxExtraParagraphs = 0xffff;
+    dos.initialSp = 0xb8;
+    dos.relocationTable = 0x40;
+    dos.peOffset = kPeOffset;
+    for (std::uint16_t field :
+         {dos.magic, dos.lastPageBytes, dos.pages, dos.relocations, dos.headerParagraphs,
+          dos.minExtraParagraphs, dos.maxExtraParagraphs, dos.initialSs, dos.initialSp, dos.checksum,
+          dos.initialIp, dos.initialCs, dos.relocationTable, dos.overlay}) {
+        out.U16(field);
+    }
+    for (std::uint16_t field : dos.reserved) {
+        out.U16(field);
+    }
+    out.U16(dos.oemId);
+    out.U16(dos.oemInfo);
+    for (std::uint16_t field : dos.reserved2) {
+        out.U16(field);
+    }
+    out.U32(dos.peOffset);
+    static constexpr std::array<std::uint8_t, 14> kStubCode = {0x0e, 0x1f, 0xba, 0x0e, 0x00, 0xb4, 0x09,
+                                                               0xcd, 0x21, 0xb8, 0x01, 0x4c, 0xcd, 0x21};
+    for (std::uint8_t code : kStubCode) {
+        out.U8(code);
+    }
+    out.Ascii("This file holds icons for Windows.\r\n$");
+    out.PadTo(kPeOffset);
+}
+
+void WriteFileHeader(ByteWriter& out, const PeLayout& layout) {
+    pe::FileHeader file;
+    file.machine = layout.pe32Plus ? pe::kMachineAmd64 : pe::kMachineI386;
+    file.sections = 1;
+    file.optionalHeaderSize =
+        static_cast<std::uint16_t>(layout.pe32Plus ? sizeof(pe::OptionalHeader<std::uint64_t>)
+                                                   : sizeof(pe::OptionalHeader<std::uint32_t>));
+    file.characteristics = pe::kFileExecutableImage;
+    file.characteristics |= layout.pe32Plus ? pe::kFileLargeAddressAware : pe::kFile32BitMachine;
+    file.characteristics |= layout.dll ? pe::kFileDll : pe::kFileRelocsStripped;
+    out.U32(pe::kPeSignature);
+    out.U16(file.machine);
+    out.U16(file.sections);
+    out.U32(file.timeDateStamp);
+    out.U32(file.symbolTable);
+    out.U32(file.symbols);
+    out.U16(file.optionalHeaderSize);
+    out.U16(file.characteristics);
+}
+
+template <typename Word>
+void PutWord(ByteWriter& out, Word v) {
+    if constexpr (sizeof(Word) == 4) {
+        out.U32(v);
+    } else {
+        out.U64(v);
+    }
+}
+
+template <typename Word>
+void Write(ByteWriter& out, const pe::OptionalHeader<Word>& h) {
+    out.U16(h.magic);
+    out.U8(h.majorLinkerVersion);
+    out.U8(h.minorLinkerVersion);
+    for (std::uint32_t field : {h.sizeOfCode, h.sizeOfInitializedData, h.sizeOfUninitializedData,
+                                h.addressOfEntryPoint, h.baseOfCode}) {
+        out.U32(field);
+    }
+    if constexpr (pe::OptionalHeader<Word>::kPe32) {
+        out.U32(h.baseOfData);
+    }
+    PutWord(out, h.imageBase);
+    out.U32(h.sectionAlignment);
+    out.U32(h.fileAlignment);
+    for (std::uint16_t field :
+         {h.majorOperatingSystemVersion, h.minorOperatingSystemVersion, h.majorImageVersion,
+          h.minorImageVersion, h.majorSubsystemVersion, h.minorSubsystemVersion}) {
+        out.U16(field);
+    }
+    for (std::uint32_t field : {h.win32VersionValue, h.sizeOfImage, h.sizeOfHeaders, h.checkSum}) {
+        out.U32(field);
+    }
+    out.U16(h.subsystem);
+    out.U16(h.dllCharacteristics);
+    for (Word field : {h.sizeOfStackReserve, h.sizeOfStackCommit, h.sizeOfHeapReserve, h.sizeOfHeapCommit}) {
+        PutWord(out, field);
+    }
+    out.U32(h.loaderFlags);
+    out.U32(h.numberOfRvaAndSizes);
+    for (const pe::DataDirectory& directory : h.dataDirectories) {
+        out.U32(directory.rva);
+        out.U32(directory.size);
+    }
+}
+
+// The file's sizes, as the headers give them.
+struct FileSizes {
+    std::uint32_t headers = 0;  // every header, to the file alignment
+    std::uint32_t section = 0;  // the .rsrc section's bytes
+    std::uint32_t raw = 0;      // the same to the file alignment
+};
+
+template <typename Word>
+void WriteOptionalHeader(ByteWriter& out, const PeLayout& layout, const FileSizes& sizes) {
+    pe::OptionalHeader<Word> h;
+    h.majorLinkerVersion = 6;
+    h.sizeOfInitializedData = sizes.raw;
+    h.baseOfCode = kRsrcRva;
+    if constexpr (pe::OptionalHeader<Word>::kPe32) {
+        h.baseOfData = kRsrcRva;
+        h.imageBase = layout.dll ? 0x10000000u : 0x00400000u;
+    } else {
+        h.imageBase = layout.dll ? 0x180000000ULL : 0x140000000ULL;
+    }
+    h.sectionAlignment = kSectionAlignment;
+    h.fileAlignment = kFileAlignment;
+    h.majorOperatingSystemVersion = 4;
+    h.majorSubsystemVersion = 4;
+    h.sizeOfImage = kRsrcRva + AlignUp(std::max<std::uint32_t>(sizes.section, 1), kSectionAlignment);
+    h.sizeOfHeaders = sizes.headers;
+    h.subsystem = pe::kSubsystemWindowsGui;
+    h.sizeOfStackReserve = 0x100000;
+    h.sizeOfStackCommit = 0x1000;
+    h.sizeOfHeapReserve = 0x100000;
+    h.sizeOfHeapCommit = 0x1000;
+    h.dataDirectories[pe::kResourceDirectoryIndex] = {kRsrcRva, sizes.section};
+    Write(out, h);
+}
+
+void WriteSectionHeader(ByteWriter& out, const FileSizes& sizes) {
+    pe::SectionHeader section;
+    section.name = {'.', 'r', 's', 'r', 'c', 0, 0, 0};
+    section.virtualSize = sizes.section;
+    section.virtualAddress = kRsrcRva;
+    section.sizeOfRawData = sizes.raw;
+    section.pointerToRawData = sizes.headers;
+    section.characteristics = pe::kSectionInitializedData | pe::kSectionMemRead;
+    for (char c : section.name) {
+        out.U8(static_cast<std::uint8_t>(c));
+    }
+    for (std::uint32_t field :
+         {section.virtualSize, section.virtualAddress, section.sizeOfRawData, section.pointerToRawData,
+          section.pointerToRelocations, section.pointerToLinenumbers}) {
+        out.U32(field);
+    }
+    out.U16(section.numberOfRelocations);
+    out.U16(section.numberOfLinenumbers);
+    out.U32(section.characteristics);
 }
 
 }  // namespace
 
 std::vector<std::byte> BuildResourceOnlyPe(const std::vector<RawResource>& resources,
                                            const PeLayout& layout) {
-    // Group resources by type, both levels in directory order.
-    std::vector<std::vector<const RawResource*>> types;
-    {
-        std::vector<const RawResource*> sorted;
-        sorted.reserve(resources.size());
-        for (const RawResource& r : resources) {
-            sorted.push_back(&r);
-        }
-        std::stable_sort(sorted.begin(), sorted.end(), [](const RawResource* a, const RawResource* b) {
-            if (EntryLess(a->type, b->type)) {
-                return true;
-            }
-            if (EntryLess(b->type, a->type)) {
-                return false;
-            }
-            return EntryLess(a->name, b->name);
-        });
-        for (const RawResource* r : sorted) {
-            if (types.empty() || !types.back().front()->type.Matches(r->type)) {
-                types.emplace_back();
-            }
-            types.back().push_back(r);
-        }
-    }
+    const std::vector<TypeGroup> types = GroupByType(resources);
+    const SectionLayout section = LayOutSection(types);
+    const std::size_t optionalSize = layout.pe32Plus ? sizeof(pe::OptionalHeader<std::uint64_t>)
+                                                     : sizeof(pe::OptionalHeader<std::uint32_t>);
+    const std::size_t headersEnd =
+        kPeOffset + 4 + sizeof(pe::FileHeader) + optionalSize + sizeof(pe::SectionHeader);
+    const FileSizes sizes{AlignUp(U32(headersEnd), kFileAlignment), section.size,
+                          AlignUp(section.size, kFileAlignment)};
 
-    // Lay out the section: directories, data entries, name strings, data.
-    std::uint32_t pos = 16 + 8 * static_cast<std::uint32_t>(types.size());
-    std::vector<std::uint32_t> nameDirAt;
-    for (const auto& t : types) {
-        nameDirAt.push_back(pos);
-        pos += 16 + 8 * static_cast<std::uint32_t>(t.size());
-    }
-    std::vector<std::uint32_t> langDirAt;
-    for (const auto& t : types) {
-        for (std::size_t i = 0; i < t.size(); ++i) {
-            langDirAt.push_back(pos);
-            pos += 16 + 8;
-        }
-    }
-    std::vector<std::uint32_t> dataEntryAt;
-    for (std::size_t i = 0; i < resources.size(); ++i) {
-        dataEntryAt.push_back(pos);
-        pos += 16;
-    }
-    std::map<std::string, std::uint32_t> stringAt;
-    std::vector<std::byte> strings;
-    auto internName = [&](const ResourceId& id) {
-        if (!id.isName || stringAt.contains(id.name)) {
-            return;
-        }
-        stringAt[id.name] = pos + static_cast<std::uint32_t>(strings.size());
-        const std::u16string text = Utf8ToUtf16(id.name);
-        PutU16(strings, static_cast<std::uint16_t>(text.size()));
-        for (char16_t c : text) {
-            PutU16(strings, static_cast<std::uint16_t>(c));
-        }
-    };
-    for (const auto& t : types) {
-        internName(t.front()->type);
-        for (const RawResource* r : t) {
-            internName(r->name);
-        }
-    }
-    pos = AlignUp(pos + static_cast<std::uint32_t>(strings.size()), 8);
-    std::vector<std::uint32_t> dataAt;
-    for (const auto& t : types) {
-        for (const RawResource* r : t) {
-            dataAt.push_back(pos);
-            pos = AlignUp(pos + static_cast<std::uint32_t>(r->data.size()), 8);
-        }
-    }
-    const std::uint32_t rsrcSize = pos;
-
-    std::vector<std::byte> rsrc(rsrcSize);
-    auto nameField = [&](const ResourceId& id) {
-        return id.isName ? (0x80000000u | stringAt[id.name]) : id.number;
-    };
-    auto directory = [&](std::uint32_t at, const std::vector<ResourceId>& ids) {
-        const auto named =
-            std::count_if(ids.begin(), ids.end(), [](const ResourceId& id) { return id.isName; });
-        PutAt16(rsrc, at + 12, static_cast<std::uint16_t>(named));
-        PutAt16(rsrc, at + 14, static_cast<std::uint16_t>(ids.size() - static_cast<std::size_t>(named)));
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            PutAt32(rsrc, at + 16 + 8 * i, nameField(ids[i]));
-        }
-    };
-    std::vector<ResourceId> typeIds;
-    typeIds.reserve(types.size());
-    for (const auto& t : types) {
-        typeIds.push_back(t.front()->type);
-    }
-    directory(0, typeIds);
-    std::size_t flat = 0;
-    for (std::size_t ti = 0; ti < types.size(); ++ti) {
-        PutAt32(rsrc, 16 + 8 * ti + 4, 0x80000000u | nameDirAt[ti]);
-        std::vector<ResourceId> names;
-        for (const RawResource* r : types[ti]) {
-            names.push_back(r->name);
-        }
-        directory(nameDirAt[ti], names);
-        for (std::size_t ni = 0; ni < types[ti].size(); ++ni, ++flat) {
-            const RawResource* r = types[ti][ni];
-            PutAt32(rsrc, nameDirAt[ti] + 16 + 8 * ni + 4, 0x80000000u | langDirAt[flat]);
-            directory(langDirAt[flat], {ResourceId::Number(r->language)});
-            PutAt32(rsrc, langDirAt[flat] + 16 + 4, dataEntryAt[flat]);
-            PutAt32(rsrc, dataEntryAt[flat], kRsrcRva + dataAt[flat]);
-            PutAt32(rsrc, dataEntryAt[flat] + 4, static_cast<std::uint32_t>(r->data.size()));
-            std::copy(r->data.begin(), r->data.end(), rsrc.begin() + dataAt[flat]);
-        }
-    }
-    if (!strings.empty()) {
-        std::copy(strings.begin(), strings.end(),
-                  rsrc.begin() + static_cast<std::ptrdiff_t>(dataEntryAt.empty() ? 16 + 8 * types.size()
-                                                                                 : dataEntryAt.back() + 16));
-    }
-
-    // Headers: MS-DOS header and stub, PE signature, COFF header, optional
-    // header with 16 data directories, one section header.
-    const std::uint32_t optionalSize = layout.pe32Plus ? 240 : 224;
-    const std::uint32_t headersEnd = kPeOffset + 4 + 20 + optionalSize + 40;
-    const std::uint32_t headersSize = AlignUp(headersEnd, kFileAlignment);
-    const std::uint32_t rawSize = AlignUp(rsrcSize, kFileAlignment);
-    std::vector<std::byte> file(headersSize + rawSize);
-    PutAt16(file, 0, 0x5a4d);   // "MZ"
-    PutAt16(file, 2, 0x90);     // bytes on the last page
-    PutAt16(file, 4, 3);        // pages
-    PutAt16(file, 8, 4);        // header paragraphs
-    PutAt16(file, 12, 0xffff);  // most extra paragraphs
-    PutAt16(file, 16, 0xb8);    // initial SP
-    PutAt16(file, 24, 0x40);    // relocation table
-    PutAt32(file, 0x3c, kPeOffset);
-    const auto stub = DosStub();
-    std::copy(stub.begin(), stub.end(), file.begin() + 0x40);
-
-    std::size_t at = kPeOffset;
-    PutAt32(file, at, 0x00004550);  // "PE\0\0"
-    at += 4;
-    PutAt16(file, at, layout.pe32Plus ? 0x8664 : 0x014c);  // machine: x86-64 or i386
-    PutAt16(file, at + 2, 1);                              // one section
-    PutAt16(file, at + 16, static_cast<std::uint16_t>(optionalSize));
-    std::uint16_t characteristics = 0x0002;                // executable image
-    characteristics |= layout.pe32Plus ? 0x0020 : 0x0100;  // large addresses / 32-bit machine
-    if (layout.dll) {
-        characteristics |= 0x2000;
-    } else {
-        characteristics |= 0x0001;  // relocations stripped
-    }
-    PutAt16(file, at + 18, characteristics);
-    at += 20;
-
-    const std::size_t opt = at;
-    PutAt16(file, opt, layout.pe32Plus ? 0x20b : 0x10b);
-    file[opt + 2] = std::byte{6};       // linker version 6.0
-    PutAt32(file, opt + 8, rawSize);    // size of initialised data
-    PutAt32(file, opt + 20, kRsrcRva);  // base of code
-    std::size_t w = opt + 24;
+    ByteWriter out(std::size_t{sizes.headers} + sizes.raw);
+    WriteDosPart(out);
+    WriteFileHeader(out, layout);
     if (layout.pe32Plus) {
-        PutAt32(file, w, layout.dll ? 0x80000000u : 0x40000000u);  // image base, low half
-        PutAt32(file, w + 4, 0x1);                                 // image base, high half
-        w += 8;
+        WriteOptionalHeader<std::uint64_t>(out, layout, sizes);
     } else {
-        PutAt32(file, w, kRsrcRva);  // base of data
-        PutAt32(file, w + 4, layout.dll ? 0x10000000u : 0x00400000u);
-        w += 8;
+        WriteOptionalHeader<std::uint32_t>(out, layout, sizes);
     }
-    PutAt32(file, w, kSectionAlignment);
-    PutAt32(file, w + 4, kFileAlignment);
-    PutAt16(file, w + 8, 4);   // operating system version 4.0
-    PutAt16(file, w + 16, 4);  // subsystem version 4.0
-    PutAt32(file, w + 24, kRsrcRva + AlignUp(std::max<std::uint32_t>(rsrcSize, 1), kSectionAlignment));
-    PutAt32(file, w + 28, headersSize);
-    PutAt16(file, w + 36, 2);  // Windows GUI subsystem
-    w += 40;
-    // Stack and heap reserve and commit: 4 or 8 bytes each.
-    const std::size_t word = layout.pe32Plus ? 8 : 4;
-    PutAt32(file, w, 0x100000);
-    PutAt32(file, w + word, 0x1000);
-    PutAt32(file, w + 2 * word, 0x100000);
-    PutAt32(file, w + 3 * word, 0x1000);
-    w += 4 * word;
-    w += 4;                // loader flags
-    PutAt32(file, w, 16);  // number of data directories
-    w += 4;
-    PutAt32(file, w + std::size_t{2} * 8, kRsrcRva);  // the resource directory
-    PutAt32(file, w + std::size_t{2} * 8 + 4, rsrcSize);
-    w += std::size_t{16} * 8;
-
-    const char name[8] = {'.', 'r', 's', 'r', 'c', 0, 0, 0};
-    for (std::size_t i = 0; i < 8; ++i) {
-        file[w + i] = static_cast<std::byte>(name[i]);
-    }
-    PutAt32(file, w + 8, rsrcSize);
-    PutAt32(file, w + 12, kRsrcRva);
-    PutAt32(file, w + 16, rawSize);
-    PutAt32(file, w + 20, headersSize);
-    PutAt32(file, w + 36, 0x40000040u);  // initialised data, readable
-    std::copy(rsrc.begin(), rsrc.end(), file.begin() + headersSize);
-    return file;
+    WriteSectionHeader(out, sizes);
+    out.PadTo(sizes.headers);
+    out.Bytes(WriteSection(types, section));
+    out.PadTo(std::size_t{sizes.headers} + sizes.raw);
+    return std::move(out).Take();
 }
 
 std::vector<RawResource> IconLibraryResources(const std::vector<cFileIcon>& icons,

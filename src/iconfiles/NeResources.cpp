@@ -75,11 +75,8 @@ Result<ResourceDirectory> ReadNeResources(const ByteReader& file, std::size_t ne
         if (!count || !table.Has(at + kTypeInfoSize, std::size_t{*count} * kNameInfoSize)) {
             return Fail("the resource table runs past the end of the file");
         }
-        auto type = ReadNeId(table, *typeId);
-        if (!type) {
-            return Fail(type.reason());
-        }
-        ResourceTypeEntry entry{std::move(*type), {}};
+        auto type = TRY(ReadNeId(table, *typeId));
+        ResourceTypeEntry entry{std::move(type), {}};
         at += kTypeInfoSize;
         for (std::uint16_t i = 0; i < *count; ++i, at += kNameInfoSize) {
             if (++total > kMaxResources) {
@@ -87,11 +84,8 @@ Result<ResourceDirectory> ReadNeResources(const ByteReader& file, std::size_t ne
             }
             const std::size_t offset = std::size_t{*table.U16(at)} << *shift;
             const std::size_t length = std::size_t{*table.U16(at + 2)} << *shift;
-            auto name = ReadNeId(table, *table.U16(at + 6));
-            if (!name) {
-                return Fail(name.reason());
-            }
-            entry.resources.push_back({std::move(*name), offset, length});
+            auto name = TRY(ReadNeId(table, *table.U16(at + 6)));
+            entry.resources.push_back({std::move(name), offset, length});
         }
         dir.types.push_back(std::move(entry));
     }

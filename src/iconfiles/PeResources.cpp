@@ -1,10 +1,11 @@
-// The resource directory of PE32 and PE32+ files (Microsoft PE/COFF format:
-// IMAGE_RESOURCE_DIRECTORY, IMAGE_RESOURCE_DIRECTORY_ENTRY,
-// IMAGE_RESOURCE_DATA_ENTRY). Offsets inside the tree count from the start of
-// the resource directory; data entries give addresses relative to the image,
-// which the section table maps to file offsets.
+// The resource directory of PE32 and PE32+ files (the records in PeRecords.h). Offsets inside the tree count
+// from the start of the resource directory; data entries give addresses relative to the image, which the
+// section table maps to file offsets.
 #include "foundation/TextEncoding.h"
+#include "iconfiles/PeRecords.h"
 #include "iconfiles/modResource.h"
+
+#include <cstddef>
 
 #include <string>
 
@@ -12,14 +13,10 @@ namespace glyphmoor {
 
 namespace {
 
-constexpr std::uint16_t kMagicPe32 = 0x10b;
-constexpr std::uint16_t kMagicPe32Plus = 0x20b;
-constexpr std::size_t kCoffHeaderSize = 20;
-constexpr std::size_t kSectionHeaderSize = 40;
-constexpr std::size_t kDirectoryHeaderSize = 16;
-constexpr std::size_t kDirectoryEntrySize = 8;
-constexpr std::uint32_t kHighBit = 0x80000000u;
-constexpr std::uint32_t kResourceDataDirectory = 2;
+constexpr std::size_t kSectionHeaderSize = sizeof(pe::SectionHeader);
+constexpr std::size_t kDirectoryHeaderSize = sizeof(pe::ResourceDirectory);
+constexpr std::size_t kDirectoryEntrySize = sizeof(pe::ResourceDirectoryEntry);
+constexpr std::uint32_t kHighBit = pe::kResourceHighBit;
 
 struct Section {
     std::uint32_t virtualAddress;
@@ -35,8 +32,10 @@ public:
     Status ReadSections(std::size_t at, std::uint16_t count) {
         for (std::uint16_t i = 0; i < count; ++i) {
             const std::size_t s = at + i * kSectionHeaderSize;
-            const auto vsize = m_file.U32(s + 8), va = m_file.U32(s + 12), raw = m_file.U32(s + 16),
-                       ptr = m_file.U32(s + 20);
+            const auto vsize = m_file.U32(s + offsetof(pe::SectionHeader, virtualSize));
+            const auto va = m_file.U32(s + offsetof(pe::SectionHeader, virtualAddress));
+            const auto raw = m_file.U32(s + offsetof(pe::SectionHeader, sizeOfRawData));
+            const auto ptr = m_file.U32(s + offsetof(pe::SectionHeader, pointerToRawData));
             if (!vsize || !va || !raw || !ptr) {
                 return Fail("the section table is cut short");
             }
@@ -88,7 +87,8 @@ struct TreeEntry {
 
 // The entries of one directory node: its named entries, then its id entries.
 Result<std::vector<TreeEntry>> ReadNode(const ByteReader& tree, std::uint32_t offset) {
-    const auto named = tree.U16(std::size_t{offset} + 12), ids = tree.U16(std::size_t{offset} + 14);
+    const auto named = tree.U16(std::size_t{offset} + offsetof(pe::ResourceDirectory, namedEntries));
+    const auto ids = tree.U16(std::size_t{offset} + offsetof(pe::ResourceDirectory, idEntries));
     if (!named || !ids) {
         return Fail("a resource directory lies outside the resource section");
     }
@@ -119,45 +119,90 @@ Result<ResourceId> ReadName(const ByteReader& tree, std::uint32_t name) {
     return ResourceId::Name(Utf16ToUtf8(BytesToUtf16(raw)));
 }
 
-}  // namespace
+// What the resource reader needs of the PE headers.
+struct PeHeaders {
+    ExecutableKind kind = ExecutableKind::Pe32;
+    std::uint16_t sectionCount = 0;
+    std::size_t sectionTable = 0;  // the file offset of the section table
+    std::uint32_t resourceRva = 0;
+};
 
-Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t peOffset) {
-    const std::size_t coff = peOffset + 4;
-    const auto sectionCount = file.U16(coff + 2);
-    const auto optionalSize = file.U16(coff + 16);
-    const std::size_t optional = coff + kCoffHeaderSize;
+// The COFF header, then the optional header's magic and its resource data directory.
+Result<PeHeaders> ReadPeHeaders(const ByteReader& file, std::size_t peOffset) {
+    const std::size_t coff = peOffset + 4;  // after "PE\0\0"
+    const auto sectionCount = file.U16(coff + offsetof(pe::FileHeader, sections));
+    const auto optionalSize = file.U16(coff + offsetof(pe::FileHeader, optionalHeaderSize));
+    const std::size_t optional = coff + sizeof(pe::FileHeader);
     const auto magic = file.U16(optional);
     if (!sectionCount || !optionalSize || !magic) {
         return Fail("the PE header is cut short");
     }
-    ResourceDirectory dir;
+    PeHeaders headers;
     std::size_t countAt = 0;
-    if (*magic == kMagicPe32) {
-        dir.kind = ExecutableKind::Pe32;
-        countAt = 92;
-    } else if (*magic == kMagicPe32Plus) {
-        dir.kind = ExecutableKind::Pe32Plus;
-        countAt = 108;
+    if (*magic == pe::OptionalHeader<std::uint32_t>::kMagic) {
+        headers.kind = ExecutableKind::Pe32;
+        countAt = offsetof(pe::OptionalHeader<std::uint32_t>, numberOfRvaAndSizes);
+    } else if (*magic == pe::OptionalHeader<std::uint64_t>::kMagic) {
+        headers.kind = ExecutableKind::Pe32Plus;
+        countAt = offsetof(pe::OptionalHeader<std::uint64_t>, numberOfRvaAndSizes);
     } else {
         return Fail("the PE optional header has an unknown magic number");
     }
     const auto dirCount = file.U32(optional + countAt);
-    const std::size_t entryAt = countAt + 4 + std::size_t{kResourceDataDirectory} * 8;
-    if (!dirCount || *dirCount <= kResourceDataDirectory || entryAt + 8 > *optionalSize) {
+    const std::size_t entryAt = countAt + 4 + pe::kResourceDirectoryIndex * sizeof(pe::DataDirectory);
+    if (!dirCount || *dirCount <= pe::kResourceDirectoryIndex || entryAt + 8 > *optionalSize) {
         return Fail("the file has no resource section");
     }
-    const auto rva = file.U32(optional + entryAt), size = file.U32(optional + entryAt + 4);
+    const auto rva = file.U32(optional + entryAt);
+    const auto size = file.U32(optional + entryAt + 4);
     if (!rva || !size) {
         return Fail("the PE header is cut short");
     }
     if (*rva == 0 || *size == 0) {
         return Fail("the file has no resource section");
     }
-    PeImage image(file);
-    if (Status s = image.ReadSections(optional + *optionalSize, *sectionCount); !s) {
-        return Fail(s.reason());
+    headers.sectionCount = *sectionCount;
+    headers.sectionTable = optional + *optionalSize;
+    headers.resourceRva = *rva;
+    return headers;
+}
+
+// One name of a type: its first language's data, where the file holds it.
+// Nothing for a name without any language.
+Result<std::optional<ResourceData>> ReadNamedResource(const ByteReader& tree, const PeImage& image,
+                                                      const TreeEntry& n, std::size_t fileSize) {
+    auto nameId = TRY(ReadName(tree, n.name));
+    std::uint32_t dataEntry = n.target;
+    if ((dataEntry & kHighBit) != 0) {
+        auto languages = TRY(ReadNode(tree, dataEntry & ~kHighBit));
+        if (languages.empty()) {
+            return std::optional<ResourceData>();
+        }
+        dataEntry = languages.front().target;
+        if ((dataEntry & kHighBit) != 0) {
+            return Fail("the resource tree is deeper than three levels");
+        }
     }
-    const auto tree = image.At(*rva);
+    const auto dataRva = tree.U32(dataEntry + offsetof(pe::ResourceDataEntry, dataRva));
+    const auto dataSize = tree.U32(std::size_t{dataEntry} + offsetof(pe::ResourceDataEntry, size));
+    if (!dataRva || !dataSize) {
+        return Fail("a resource data entry lies outside the resource section");
+    }
+    // Data outside the file is listed all the same, as Windows lists it, and reads as empty.
+    const auto offset = image.FileOffset(*dataRva, *dataSize);
+    return std::optional<ResourceData>(
+        ResourceData{std::move(nameId), offset.value_or(fileSize), offset ? *dataSize : 0});
+}
+
+}  // namespace
+
+Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t peOffset) {
+    const PeHeaders headers = TRY(ReadPeHeaders(file, peOffset));
+    ResourceDirectory dir;
+    dir.kind = headers.kind;
+    PeImage image(file);
+    TRY(image.ReadSections(headers.sectionTable, headers.sectionCount));
+    const auto tree = image.At(headers.resourceRva);
     if (!tree) {
         return Fail("the resource directory lies outside the file's sections");
     }
@@ -165,55 +210,22 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
     // The tree has three levels as Windows reads it: type, name, language.
     // Only those three are walked, so a tree whose offsets loop back cannot
     // make the reader recurse; of the languages the first is taken.
-    auto types = ReadNode(*tree, 0);
-    if (!types) {
-        return Fail(types.reason());
-    }
+    auto types = TRY(ReadNode(*tree, 0));
     std::size_t total = 0;
-    for (const TreeEntry& t : *types) {
-        auto typeId = ReadName(*tree, t.name);
-        if (!typeId) {
-            return Fail(typeId.reason());
-        }
+    for (const TreeEntry& t : types) {
+        auto typeId = TRY(ReadName(*tree, t.name));
         if ((t.target & kHighBit) == 0) {
             return Fail("a resource type points at data instead of a directory");
         }
-        auto names = ReadNode(*tree, t.target & ~kHighBit);
-        if (!names) {
-            return Fail(names.reason());
-        }
-        ResourceTypeEntry type{std::move(*typeId), {}};
-        for (const TreeEntry& n : *names) {
+        auto names = TRY(ReadNode(*tree, t.target & ~kHighBit));
+        ResourceTypeEntry type{std::move(typeId), {}};
+        for (const TreeEntry& n : names) {
             if (++total > kMaxResources) {
                 return Fail("the file lists more resources than any real file has");
             }
-            auto nameId = ReadName(*tree, n.name);
-            if (!nameId) {
-                return Fail(nameId.reason());
+            if (auto resource = TRY(ReadNamedResource(*tree, image, n, file.size()))) {
+                type.resources.push_back(std::move(*resource));
             }
-            std::uint32_t dataEntry = n.target;
-            if ((dataEntry & kHighBit) != 0) {
-                auto languages = ReadNode(*tree, dataEntry & ~kHighBit);
-                if (!languages) {
-                    return Fail(languages.reason());
-                }
-                if (languages->empty()) {
-                    continue;  // a name without any language has no data to find
-                }
-                dataEntry = languages->front().target;
-                if ((dataEntry & kHighBit) != 0) {
-                    return Fail("the resource tree is deeper than three levels");
-                }
-            }
-            const auto dataRva = tree->U32(dataEntry), dataSize = tree->U32(std::size_t{dataEntry} + 4);
-            if (!dataRva || !dataSize) {
-                return Fail("a resource data entry lies outside the resource section");
-            }
-            // Data outside the file is listed all the same, as Windows lists
-            // it, and reads as empty.
-            const auto offset = image.FileOffset(*dataRva, *dataSize);
-            type.resources.push_back(
-                {std::move(*nameId), offset.value_or(file.size()), offset ? *dataSize : 0});
         }
         dir.types.push_back(std::move(type));
     }

@@ -1,6 +1,8 @@
 #include "iconfiles/cFileIcon.h"
 
 #include "foundation/ByteReader.h"
+#include "foundation/ByteWriter.h"
+#include "foundation/FileIo.h"
 #include "iconfiles/modResource.h"
 
 #include <cstdlib>
@@ -167,69 +169,37 @@ bool cFileIcon::LoadIconFromEXE(const ExecutableModule& module, const ResourceId
 }
 
 bool cFileIcon::SaveStart(std::ostream& out) const {
-    std::vector<std::byte> head;
-    head.reserve(kIconHeaderSize + m_entries.size() * kIconDirEntrySize);
-    PutU16(head, m_header.reserved);
-    PutU16(head, m_header.type);
-    PutU16(head, m_header.count);
-    if (!out.write(reinterpret_cast<const char*>(head.data()), static_cast<std::streamsize>(head.size()))) {
-        return false;
-    }
-    for (const IconDirEntry& e : m_entries) {
-        std::vector<std::byte> entry;
-        entry.push_back(std::byte{e.width});
-        entry.push_back(std::byte{e.height});
-        entry.push_back(std::byte{e.colourCount});
-        entry.push_back(std::byte{e.reserved});
-        PutU16(entry, e.planes);
-        PutU16(entry, e.bitCount);
-        PutU32(entry, e.bytesInRes);
-        PutU32(entry, e.imageOffset);
-        if (!out.write(reinterpret_cast<const char*>(entry.data()),
-                       static_cast<std::streamsize>(entry.size()))) {
-            return false;
-        }
-    }
-    for (std::size_t i = 0; i < m_images.size(); ++i) {
-        const std::size_t n = std::min<std::size_t>(m_entries[i].bytesInRes, m_images[i].size());
-        if (!out.write(reinterpret_cast<const char*>(m_images[i].data()), static_cast<std::streamsize>(n))) {
-            return false;
-        }
-    }
+    const std::vector<std::byte> bytes = ToBytes();
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return static_cast<bool>(out.flush());
 }
 
 bool cFileIcon::SaveIcon(const std::filesystem::path& file) const {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    if (!out) {
-        return false;
-    }
-    if (!SaveStart(out)) {
-        return false;
-    }
-    out.close();
-    return !out.fail();
+    const std::vector<std::byte> bytes = ToBytes();
+    return WriteFileAtomically(file,
+                               std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()))
+        .ok();
 }
 
 std::vector<std::byte> cFileIcon::ToBytes() const {
-    std::vector<std::byte> out;
-    PutU16(out, m_header.reserved);
-    PutU16(out, m_header.type);
-    PutU16(out, m_header.count);
+    ByteWriter out(kIconHeaderSize + m_entries.size() * kIconDirEntrySize);
+    out.U16(m_header.reserved);
+    out.U16(m_header.type);
+    out.U16(m_header.count);
     for (const IconDirEntry& e : m_entries) {
-        out.push_back(std::byte{e.width});
-        out.push_back(std::byte{e.height});
-        out.push_back(std::byte{e.colourCount});
-        out.push_back(std::byte{e.reserved});
-        PutU16(out, e.planes);
-        PutU16(out, e.bitCount);
-        PutU32(out, e.bytesInRes);
-        PutU32(out, e.imageOffset);
+        out.U8(e.width);
+        out.U8(e.height);
+        out.U8(e.colourCount);
+        out.U8(e.reserved);
+        out.U16(e.planes);
+        out.U16(e.bitCount);
+        out.U32(e.bytesInRes);
+        out.U32(e.imageOffset);
     }
     for (const auto& image : m_images) {
-        out.insert(out.end(), image.begin(), image.end());
+        out.Bytes(image);
     }
-    return out;
+    return std::move(out).Take();
 }
 
 void cFileIcon::LayOutOffsets() {

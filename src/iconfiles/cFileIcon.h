@@ -76,13 +76,13 @@ public:
     bool LoadIconFromEXE(const std::filesystem::path& file, const ResourceId& id);
     bool LoadIconFromEXE(const ExecutableModule& module, const ResourceId& id);
 
-    // Writes the icon as an icon file, replacing any file there. True only
-    // when every byte was written.
+    // Writes the icon as an icon file, replacing any file there atomically
+    // (WriteFileAtomically): true only when the whole new file is in place;
+    // otherwise the old file, if any, is left as it was.
     bool SaveIcon(const std::filesystem::path& file) const;
-    // The writing half of SaveIcon: header, directory and images into an open
-    // stream, stopping at the first short write.
+    // The icon file's bytes into an open stream; false after a short write.
     bool SaveStart(std::ostream& out) const;
-    // The icon file's bytes, as SaveIcon writes them.
+    // The icon file's bytes: header, directory and images, as SaveIcon writes them.
     [[nodiscard]] std::vector<std::byte> ToBytes() const;
 
     // Adds an image at the end. The entry's size is taken from the data and

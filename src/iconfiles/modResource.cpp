@@ -1,5 +1,7 @@
 #include "iconfiles/modResource.h"
 
+#include "foundation/FileIo.h"
+
 #include "iconfiles/cFileIcon.h"
 
 #include <fstream>
@@ -56,44 +58,17 @@ Result<ResourceDirectory> ReadResourceDirectory(std::span<const std::byte> file)
     return Fail("the file is an MS-DOS program without Windows resources");
 }
 
-Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::size_t limit) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return Fail("cannot open " + file.string());
-    }
-    in.seekg(0, std::ios::end);
-    const std::streamoff size = in.tellg();
-    if (size < 0) {
-        return Fail("cannot read " + file.string());
-    }
-    if (static_cast<std::uint64_t>(size) > limit) {
-        return Fail(file.string() + " is too large (" + std::to_string(size) + " bytes)");
-    }
-    in.seekg(0, std::ios::beg);
-    std::vector<std::byte> bytes(static_cast<std::size_t>(size));
-    if (!in.read(reinterpret_cast<char*>(bytes.data()), size)) {
-        return Fail("cannot read " + file.string());
-    }
-    return bytes;
-}
-
 Result<ExecutableModule> ExecutableModule::FromBytes(std::vector<std::byte> bytes) {
-    auto dir = ReadResourceDirectory(bytes);
-    if (!dir) {
-        return Fail(dir.reason());
-    }
+    auto dir = TRY(ReadResourceDirectory(bytes));
     ExecutableModule module;
     module.m_bytes = std::move(bytes);
-    module.m_directory = std::move(*dir);
+    module.m_directory = std::move(dir);
     return module;
 }
 
 Result<ExecutableModule> ExecutableModule::Open(const std::filesystem::path& file) {
-    auto bytes = ReadFileBytes(file, kMaxExecutableBytes);
-    if (!bytes) {
-        return Fail(bytes.reason());
-    }
-    auto module = FromBytes(std::move(*bytes));
+    auto bytes = TRY(ReadFileBytes(file, kMaxExecutableBytes));
+    auto module = FromBytes(std::move(bytes));
     if (!module) {
         return Fail(file.filename().string() + ": " + module.reason());
     }
@@ -121,17 +96,6 @@ bool LooksLikeIconFile(std::span<const std::byte> head) {
     return r.U16(0) == 0 && r.U16(2) == 1 && r.U16(4).value_or(0) >= 1;
 }
 
-Result<std::vector<std::byte>> ReadHead(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return Fail("cannot open " + file.string());
-    }
-    std::vector<std::byte> head(6);
-    in.read(reinterpret_cast<char*>(head.data()), static_cast<std::streamsize>(head.size()));
-    head.resize(static_cast<std::size_t>(in.gcount()));
-    return head;
-}
-
 bool StartsWithMz(std::span<const std::byte> head) {
     return ByteReader(head).U16(0) == 0x5a4d;
 }
@@ -139,7 +103,7 @@ bool StartsWithMz(std::span<const std::byte> head) {
 }  // namespace
 
 int IconCountOfFile(const std::filesystem::path& file) {
-    auto head = ReadHead(file);
+    auto head = ReadFileHead(file, 6);
     if (!head) {
         return 0;
     }
@@ -170,7 +134,7 @@ Status LoadIconOfModule(const ExecutableModule& module, int index, cFileIcon& ic
 }
 
 Status LoadIconOfFile(const std::filesystem::path& file, int index, cFileIcon& icon) {
-    auto head = ReadHead(file);
+    auto head = ReadFileHead(file, 6);
     if (!head) {
         icon.Clear();
         return Fail(head.reason());

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "foundation/ByteReader.h"
+#include "foundation/FileIo.h"
 #include "foundation/Result.h"
 #include "iconfiles/ResourceId.h"
 
@@ -80,9 +81,6 @@ private:
     std::vector<std::byte> m_bytes;
     ResourceDirectory m_directory;
 };
-
-// Reads a whole file, refusing files larger than `limit` bytes.
-Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::size_t limit);
 
 // The number of icons in a file as ExtractIconA counts them: 1 for an icon
 // file, the number of icon groups of an executable or library, else 0.

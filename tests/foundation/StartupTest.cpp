@@ -62,7 +62,7 @@ TEST(InitEnvironment, FilesFoldersAndGroups) {
     EXPECT_EQ(app.groupNames,
               (std::array<std::string, 8>{"Desktop Icons", "Start Icons", "Folder Icons", "Drive Icons",
                                           "Other Icons", "File Icons", "Cursors", "Include"}));
-    EXPECT_EQ(app.machine, &env);
+    EXPECT_EQ(&app.machine, &env);
 }
 
 // A Wine prefix reports what Wine reports: the NT version it records, and
@@ -70,7 +70,7 @@ TEST(InitEnvironment, FilesFoldersAndGroups) {
 TEST(InitEnvironment, FlavourOfAWinePrefix) {
     const test::TempMachine prefix(test::WinNtSystem());
     auto machine = prefix.Open();
-    AppEnvironment app = InitEnvironment(machine->Env());
+    const AppEnvironment app = InitEnvironment(machine->Env());
     EXPECT_EQ(app.windowsFlavour, "WinNT");
     EXPECT_EQ(app.windowsName, "Windows NT");
     EXPECT_EQ(app.winDir, "C:\\WINNT");
@@ -78,9 +78,9 @@ TEST(InitEnvironment, FlavourOfAWinePrefix) {
     SetRegString(machine->Registry(), "HKEY_CURRENT_USER\\Software\\Wine", "Version", "win98");
     ASSERT_TRUE(machine->Save().ok());
     machine = prefix.Open();
-    app = InitEnvironment(machine->Env());
-    EXPECT_EQ(app.windowsFlavour, "Win98");
-    EXPECT_EQ(app.windowsName, "Windows 98");
+    const AppEnvironment again = InitEnvironment(machine->Env());
+    EXPECT_EQ(again.windowsFlavour, "Win98");
+    EXPECT_EQ(again.windowsName, "Windows 98");
 }
 
 TEST(CommandLine, ModesAndArguments) {

@@ -1,5 +1,6 @@
 #include "foundation/FileIo.h"
 #include "foundation/TextEncoding.h"
+#include "foundation/WineRegistryEscapes.h"
 #include "foundation/WineRegistryText.h"
 #include "support/TempMachine.h"
 

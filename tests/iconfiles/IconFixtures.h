@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/ByteReader.h"
+#include "foundation/ByteWriter.h"
 #include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
 

@@ -1,5 +1,5 @@
-// Every message of the program through the scripted prompt: its exact text,
-// icon, buttons, width and check box, and what its answer gives back.
+// Every message of the program through the scripted prompt: the rules its
+// text, icon, buttons, width and check box follow, and what its answer gives back.
 #include "foundation/AppEnvironment.h"
 #include "foundation/Startup.h"
 #include "foundation/modRegistry.h"
@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 namespace glyphmoor {
@@ -43,21 +44,12 @@ protected:
     ScriptedPrompt m_prompt;
 };
 
+// Each message, called with arguments where it takes any.
 struct MessageRow {
     const char* name;
     std::function<int(MsgContext&)> call;
-    PromptRequest expected;
-    PromptAnswer answer;
-    int result;  // kNoResult for a message that gives nothing back
+    bool givesResult;
 };
-
-PromptRequest Request(std::string text, std::int16_t icon, std::array<std::string, 3> buttons,
-                      std::int16_t width = 4200, std::string check = {}) {
-    return {std::move(text), std::move(buttons), icon, width, std::move(check)};
-}
-
-const std::string kSure = "\n\nAre you sure you want to change this setting?";
-const std::string kContinue = "\n\nAre you sure you want to continue?";
 
 std::vector<MessageRow> MessageTable() {
     const auto none = [](auto message) {
@@ -66,169 +58,140 @@ std::vector<MessageRow> MessageTable() {
             return kNoResult;
         };
     };
+    const auto withText = [](void (*message)(MsgContext&, std::string_view), const char* text) {
+        return [message, text](MsgContext& c) {
+            message(c, text);
+            return kNoResult;
+        };
+    };
     return {
-        {"MsgEffectNextStart", none(MsgEffectNextStart),
-         Request("One or more of these changes you have made will only take effect the next time you start "
-                 "Windows.",
-                 kInformation, {"OK", "", ""}),
-         PromptAnswer::Press(0), kNoResult},
-        {"MsgLowColourDisplay", [](MsgContext& c) { return MsgLowColourDisplay(c, 8); },
-         Request(
-             "Your display is currently configured for 256 colours or less.\n\nTo use high colour icons, "
-             "your "
-             "display's colour palette must be set to either High Colour or True Colour.\n\nYou can change "
-             "your colour palette settings by selecting the \"Settings...\" button below.",
-             kStop, {"OK", "&Settings...", ""}),
-         PromptAnswer::Press(0), 0},
-        {"MsgConfirmNotepadAllFiles", MsgConfirmNotepadAllFiles,
-         Request(
-             "Adding Notepad to all files causes conflicts with the Microsoft Office shortcut bar." + kSure,
-             kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgConfirmHideNetwork", MsgConfirmHideNetwork,
-         Request("Hiding Network Neighborhood disables shell support for Universal Naming Convention (UNC) "
-                 "notation." +
-                     kSure,
-                 kExclamation, {"&Help", "Cancel", "OK"}),
-         PromptAnswer::Press(2), 2},
-        {"MsgConfirmDisableDesktop", MsgConfirmDisableDesktop,
-         Request(
-             "Disabling the Desktop causes a conflict with Internet Explorer 4.0 which may make this change "
-             "irreversable." +
-                 kSure,
-             kExclamation, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(0), 0},
-        {"MsgConfirmRestorePointers", MsgConfirmRestorePointers,
-         Request("Restoring all your Windows 98 pointers will return them to Microsoft setup defaults." +
-                     kContinue,
-                 kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgConfirmRestoreIcons", MsgConfirmRestoreIcons,
-         Request("Restoring all your Windows 98 system icons will return them to Microsoft setup defaults." +
-                     kContinue,
-                 kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Escape(), 4},
-        {"MsgConfirmRestoreSettings", MsgConfirmRestoreSettings,
-         Request(
-             "Restoring all your Windows 98 system settings will return them to Microsoft setup defaults." +
-                 kContinue,
-             kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgSaveBeforeClosing", MsgSaveBeforeClosing,
-         Request("Would you like to save your changes before closing?", kQuestion, {"Cancel", "No", "Yes"}),
-         PromptAnswer::Press(2), 2},
-        {"MsgInvalidThemeFile",
-         [](MsgContext& c) {
-             MsgInvalidThemeFile(c, "C:\\Themes\\Broken.gmtheme");
-             return kNoResult;
-         },
-         Request("The file C:\\Themes\\Broken.gmtheme does not appear to be a valid theme file.", kStop,
-                 {"OK", "", ""}),
-         PromptAnswer::Press(0), kNoResult},
+        {"MsgEffectNextStart", none(MsgEffectNextStart), false},
+        {"MsgLowColourDisplay", [](MsgContext& c) { return MsgLowColourDisplay(c, 8); }, true},
+        {"MsgConfirmNotepadAllFiles", MsgConfirmNotepadAllFiles, true},
+        {"MsgConfirmHideNetwork", MsgConfirmHideNetwork, true},
+        {"MsgConfirmDisableDesktop", MsgConfirmDisableDesktop, true},
+        {"MsgConfirmRestorePointers", MsgConfirmRestorePointers, true},
+        {"MsgConfirmRestoreIcons", MsgConfirmRestoreIcons, true},
+        {"MsgConfirmRestoreSettings", MsgConfirmRestoreSettings, true},
+        {"MsgSaveBeforeClosing", MsgSaveBeforeClosing, true},
+        {"MsgInvalidThemeFile", withText(MsgInvalidThemeFile, "C:\\Themes\\Broken.gmtheme"), false},
         {"MsgConfirmOverwriteTheme", [](MsgContext& c) { return MsgConfirmOverwriteTheme(c, "Mountains"); },
-         Request("Are you sure you want to overwrite the Icon Theme:\n\nMountains\n\n\nIf you tick the box "
-                 "below, "
-                 "theme files will automatically be overwritten when you click save.",
-                 kQuestion, {"&Cancel", "No", "Yes"}, 4200, "Do not ask me this question next time"),
-         PromptAnswer::Press(1), 1},
-        {"MsgRestartNow",
-         [](MsgContext& c) {
-             MsgRestartNow(c);
-             return kNoResult;
-         },
-         Request("You will need to restart your computer for one or more of these changes to take "
-                 "effect.\n\nWould "
-                 "you like to restart your computer now?",
-                 kQuestion, {"No", "Yes", ""}),
-         PromptAnswer::Press(0), kNoResult},
-        {"MsgShellNotified", none(MsgShellNotified),
-         Request(
-             "Glyphmoor has notified Windows 98 of your changes.\n\nWindows 95 and Windows NT contains flaws "
-             "that can cause these changes to be ignored under certain conditions.\n\nIf your changes are "
-             "not "
-             "applied you will need to select the \"Rebuild Icon Cache\" option from the File menu.\n\nFor "
-             "more "
-             "information about this problem, please select the \"Help\" button below.",
-             kExclamation, {"&Help", "OK", ""}, 4600, "Do not show this dialog again"),
-         PromptAnswer::Press(1), kNoResult},
-        {"MsgNameRequired", none(MsgNameRequired),
-         Request("You must provide a name for your system icon.", kExclamation, {"OK", "", ""}),
-         PromptAnswer::Press(0), kNoResult},
-        {"MsgConfirmRemoveDesktopIni", MsgConfirmRemoveDesktopIni,
-         Request(
-             "Restoring this icon will remove the 'desktop.ini' file from the selected folder." + kContinue,
-             kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgConfirmRemoveAutorun", MsgConfirmRemoveAutorun,
-         Request("Restoring this icon will remove the 'autorun.inf' file from the selected hard drive." +
-                     kContinue,
-                 kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(0), 0},
-        {"MsgSelectCustomisedItem", none(MsgSelectCustomisedItem),
-         Request("You must select a customised folder or hard drive before it can be restored to the default "
-                 "icon.",
-                 kInformation, {"OK", "", ""}),
-         PromptAnswer::Press(0), kNoResult},
-        {"MsgSelectThemeForFavorites", none(MsgSelectThemeForFavorites),
-         Request("You must open or select a theme before it can be added to your Favorites menu.",
-                 kInformation, {"OK", "", ""}),
-         PromptAnswer::Press(0), kNoResult},
-        {"MsgConfirmDeleteTheme", [](MsgContext& c) { return MsgConfirmDeleteTheme(c, "Ocean Blue"); },
-         Request("You are about to delete the theme 'Ocean Blue' and all the icons associated with it." +
-                     kContinue,
-                 kQuestion, {"Cancel", "OK", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgNt4Ie4Limited", none(MsgNt4Ie4Limited),
-         Request(
-             "Glyphmoor has detected that you are using Windows NT 4.0 with Internet Explorer 4.0 Active "
-             "Desktop installed.\n\nDue to an Internet Explorer bug, this shell will corrupt your icons "
-             "after "
-             "processing some updates on NT. We are working around this bug, but for the moment only a "
-             "limited "
-             "set of icon changes will be applied on NT4 + IE4 systems with this beta of Glyphmoor.\n\nWe "
-             "have "
-             "tested this beta with the official Internet Explorer 5 release and have not experienced the "
-             "problem there, so this beta will function fully on NT4 + IE5.\n\nPlease note that this problem "
-             "should not occur with Windows 95/98 or Windows 2000 betas.",
-             kInformation, {"OK", "", ""}, 5000),
-         PromptAnswer::Press(0), kNoResult},
+         true},
+        {"MsgRestartNow", none(MsgRestartNow), false},
+        {"MsgShellNotified", none(MsgShellNotified), false},
+        {"MsgNameRequired", none(MsgNameRequired), false},
+        {"MsgConfirmRemoveDesktopIni", MsgConfirmRemoveDesktopIni, true},
+        {"MsgConfirmRemoveAutorun", MsgConfirmRemoveAutorun, true},
+        {"MsgSelectCustomisedItem", none(MsgSelectCustomisedItem), false},
+        {"MsgSelectThemeForFavorites", none(MsgSelectThemeForFavorites), false},
+        {"MsgConfirmDeleteTheme", [](MsgContext& c) { return MsgConfirmDeleteTheme(c, "Ocean Blue"); }, true},
+        {"MsgNt4Ie4Limited", none(MsgNt4Ie4Limited), false},
         {"MsgConfirmPermanentDelete",
-         [](MsgContext& c) { return MsgConfirmPermanentDelete(c, "Volume Control"); },
-         Request("Are you sure you want to permanently delete 'Volume Control'?", kQuestion,
-                 {"No", "Yes", ""}),
-         PromptAnswer::Press(1), 1},
-        {"MsgNt4ActiveDesktopNote", none(MsgNt4ActiveDesktopNote),
-         Request(
-             "Please note that we are still working around an error on Windows NT4 systems that have Active "
-             "Desktop installed. Not all of the icons will immediately change on these systems (though many "
-             "will).\n\nA temporary workaround, should you wish to try it, is to kill EXPLORER.EXE and then "
-             "use "
-             "Glyphmoor to Rebuild Icon Cache. Restart Explorer and all your icons should now have the "
-             "correct "
-             "package applied.",
-             kInformation, {"OK", "", ""}, 5000),
-         PromptAnswer::Press(0), kNoResult},
+         [](MsgContext& c) { return MsgConfirmPermanentDelete(c, "Volume Control"); }, true},
+        {"MsgNt4ActiveDesktopNote", none(MsgNt4ActiveDesktopNote), false},
     };
 }
 
-TEST_F(MsgboxTest, EveryMessageShowsItsTextIconButtonsAndCheckBox) {
-    const auto table = MessageTable();
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.name);
-        ScriptedPrompt prompt(m_system, m_app.helpFile, {row.answer});
-        MsgContext c{prompt, Registry(), m_system, m_app, m_state};
-        const int result = row.call(c);
-        ASSERT_EQ(prompt.Shown().size(), 1U);
-        const PromptRequest& shown = prompt.Shown()[0];
-        EXPECT_EQ(shown.text, row.expected.text);
-        EXPECT_EQ(shown.iconId, row.expected.iconId);
-        EXPECT_EQ(shown.buttons, row.expected.buttons);
-        EXPECT_EQ(shown.textWidth, row.expected.textWidth);
-        EXPECT_EQ(shown.checkText, row.expected.checkText);
-        EXPECT_EQ(result, row.result);
-        EXPECT_EQ(prompt.AnswersLeft(), 0U);
-        EXPECT_EQ(prompt.Unanswered(), 0U);
+// The buttons that close the dialog (not "&Help" or "&Settings...").
+std::vector<std::string> ClosingButtons(const PromptRequest& request) {
+    std::vector<std::string> closing;
+    for (const std::string& caption : request.buttons) {
+        if (!caption.empty() && caption != kHelpCaption && caption != kSettingsCaption) {
+            closing.push_back(caption);
+        }
     }
+    return closing;
+}
+
+// What every message must satisfy: shown once with a stock icon; paragraphs
+// joined by two line feeds, no blanks at either end; the safe answer in
+// Command(0) or, after "&Help", the first closing button (the one the silent
+// prompt presses), which is never a "Yes" or an "OK" beside a "Cancel"; the
+// label 4200 twips wide unless widened; a check box only on the two messages
+// that can be silenced; PromptResult handed back.
+TEST_F(MsgboxTest, EveryMessageFollowsTheRulesOfAMessage) {
+    const std::array<std::int16_t, 4> icons = {kStop, kQuestion, kExclamation, kInformation};
+    for (const auto& row : MessageTable()) {
+        SCOPED_TRACE(row.name);
+        for (const PromptAnswer& answer : {PromptAnswer::Press(0), PromptAnswer::Escape()}) {
+            ScriptedPrompt prompt(m_system, m_app.helpFile, {answer});
+            MsgContext c{prompt, Registry(), m_system, m_app, m_state};
+            const int result = row.call(c);
+            ASSERT_EQ(prompt.Shown().size(), 1U);
+            const PromptRequest& shown = prompt.Shown()[0];
+            EXPECT_NE(std::find(icons.begin(), icons.end(), shown.iconId), icons.end());
+            ASSERT_FALSE(shown.text.empty());
+            EXPECT_NE(shown.text.front(), ' ');
+            EXPECT_NE(shown.text.back(), ' ');
+            EXPECT_NE(shown.text.back(), '\n');
+            if (std::string_view(row.name) != "MsgConfirmOverwriteTheme") {
+                std::string joined = shown.text;
+                for (auto at = joined.find("\n\n"); at != std::string::npos; at = joined.find("\n\n")) {
+                    joined.replace(at, 2, " | ");
+                }
+                EXPECT_EQ(joined.find('\n'), std::string::npos) << shown.text;
+                EXPECT_EQ(joined.find("|  |"), std::string::npos) << shown.text;
+            }
+            const auto closing = ClosingButtons(shown);
+            ASSERT_FALSE(closing.empty());
+            const std::string& safe = closing.front();
+            if (closing.size() == 1) {
+                EXPECT_EQ(safe, "OK");
+            } else {
+                EXPECT_TRUE(safe == "Cancel" || safe == "&Cancel" || safe == "No") << safe;
+            }
+            EXPECT_TRUE(shown.textWidth == 4200 || shown.textWidth == 4600 || shown.textWidth == 5000);
+            const bool silenced = std::string_view(row.name) == "MsgConfirmOverwriteTheme" ||
+                                  std::string_view(row.name) == "MsgShellNotified";
+            EXPECT_EQ(shown.checkText.empty(), !silenced);
+            if (row.givesResult) {
+                EXPECT_EQ(result, answer.kind == PromptAnswer::Kind::Escape ? kPromptNoButton : 0);
+            } else {
+                EXPECT_EQ(result, kNoResult);
+            }
+        }
+    }
+}
+
+// What the texts say where it matters: the arguments and the machine's
+// Windows name in their places, the keyword the help button looks up, and
+// the texts whose wording is the program's own, spelling included.
+TEST_F(MsgboxTest, TextsCarryTheirArgumentsAndTheProgramsWording) {
+    const auto textOf = [this](const std::function<int(MsgContext&)>& call) {
+        ScriptedPrompt prompt(m_system, m_app.helpFile, {PromptAnswer::Press(0)});
+        MsgContext c{prompt, Registry(), m_system, m_app, m_state};
+        call(c);
+        return prompt.Shown().empty() ? std::string() : prompt.Shown()[0].text;
+    };
+    const struct {
+        const char* name;
+        std::string_view contains;
+    } rows[] = {
+        {"MsgInvalidThemeFile", "The file C:\\Themes\\Broken.gmtheme does not"},
+        {"MsgConfirmDeleteTheme", "the theme 'Ocean Blue' and all the icons"},
+        {"MsgConfirmPermanentDelete", "permanently delete 'Volume Control'?"},
+        {"MsgConfirmRestorePointers", "Restoring all your Windows 98 pointers will"},
+        {"MsgConfirmRestoreIcons", "Restoring all your Windows 98 system icons will"},
+        {"MsgConfirmRestoreSettings", "Restoring all your Windows 98 system settings will"},
+        {"MsgShellNotified",
+         "Glyphmoor has notified Windows 98 of your changes.\n\nWindows 95 and Windows NT contains flaws"},
+        {"MsgConfirmDisableDesktop", "which may make this change irreversable."},
+        {"MsgLowColourDisplay", "256 colours or less"},
+        {"MsgNt4Ie4Limited", "Windows 95/98 or Windows 2000 betas."},
+        {"MsgConfirmOverwriteTheme",
+         "Are you sure you want to overwrite the Icon Theme:\n\nMountains\n\n\nIf you tick the box below, "
+         "theme "
+         "files will automatically be overwritten when you click save."},
+    };
+    const auto table = MessageTable();
+    for (const auto& row : rows) {
+        const auto found = std::find_if(table.begin(), table.end(), [&](const MessageRow& m) {
+            return std::string_view(m.name) == row.name;
+        });
+        ASSERT_NE(found, table.end()) << row.name;
+        EXPECT_NE(textOf(found->call).find(row.contains), std::string::npos) << row.name;
+    }
+    EXPECT_EQ(HelpKeywordFor(textOf(MsgConfirmHideNetwork)).value_or(""), "Hide, Network Neighborhood");
     EXPECT_EQ(table.size(), 22U);
 }
 

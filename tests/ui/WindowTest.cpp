@@ -438,7 +438,7 @@ private:
     QStringList m_messages;
 
     std::unique_ptr<frmChangeIcon> Dialog() {
-        auto dialog = std::make_unique<frmChangeIcon>(m_machine->Registry(), &m_machine->Env());
+        auto dialog = std::make_unique<frmChangeIcon>(m_machine->Registry(), m_machine->Env());
         dialog->SetStockMessage([this](const QString& text) { m_messages << text; });
         return dialog;
     }

@@ -2,6 +2,7 @@
 // geometry by the layout rules, and its keys.
 #include "foundation/AppEnvironment.h"
 #include "foundation/AppState.h"
+#include "foundation/FakeEnvironment.h"
 #include "foundation/System.h"
 #include "prompts/modMsgbox.h"
 #include "ui/prompt/frmPrompt.h"
@@ -249,7 +250,8 @@ void frmPromptTest::spaceTicksTheBoxTakenAtThePress() {
 void frmPromptTest::windowPromptRunsModally() {
     RecordingSystem system;
     WindowPrompt prompt(system, "C:\\Glyphmoor.hlp");
-    AppEnvironment app;
+    const FakeEnvironment machine(std::filesystem::temp_directory_path());
+    AppEnvironment app(machine);
     app.windowsName = "Windows 98";
     AppState state;
     state.rebuildPending = true;

@@ -1,5 +1,6 @@
 #include "ui/changeicon/frmChangeIcon.h"
 
+#include "ui/MachineFilePicker.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 
 #include <QComboBox>
@@ -113,18 +114,21 @@ void IconGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     emit activated();
 }
 
-frmChangeIcon::frmChangeIcon(RegistryStore& registry, const Environment* machine, QWidget* parent)
+frmChangeIcon::frmChangeIcon(RegistryStore& registry, const Environment& machine, QWidget* parent)
     : QDialog(parent), m_registry(registry), m_machine(machine) {
     setObjectName(QStringLiteral("frmChangeIcon"));
     setWindowTitle(QStringLiteral("Change Icon"));
+    MakeControls();
+    LayOutControls();
+    ConnectControls();
+}
 
-    auto* fileLabel = new QLabel(QStringLiteral("&File name:"), this);
+void frmChangeIcon::MakeControls() {
     m_txtFilename = new QComboBox(this);
     m_txtFilename->setObjectName(QStringLiteral("txtFilename"));
     m_txtFilename->setEditable(true);
     m_txtFilename->setInsertPolicy(QComboBox::NoInsert);
     m_txtFilename->setMinimumContentsLength(32);
-    fileLabel->setBuddy(m_txtFilename);
     for (const std::string& file : ReadChangeIconHistory(m_registry)) {
         m_txtFilename->addItem(QString::fromStdString(file));
     }
@@ -132,12 +136,10 @@ frmChangeIcon::frmChangeIcon(RegistryStore& registry, const Environment* machine
     m_cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
     m_cmdBrowse->setAutoDefault(false);
 
-    auto* iconsLabel = new QLabel(QStringLiteral("&Current icon:"), this);
     m_container = new QWidget(this);
     m_container->setObjectName(QStringLiteral("picContainer"));
     m_container->setFixedSize(kGridVisibleWidth, kGridHeight);
     m_lstMain = new IconGrid(m_container);
-    iconsLabel->setBuddy(m_lstMain);
     m_scroll = new QScrollBar(Qt::Horizontal, this);
     m_scroll->setObjectName(QStringLiteral("Scroll"));
     m_scroll->setFixedWidth(kGridVisibleWidth);
@@ -147,7 +149,13 @@ frmChangeIcon::frmChangeIcon(RegistryStore& registry, const Environment* machine
     m_cmdOK->setDefault(true);
     m_cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
     m_cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+}
 
+void frmChangeIcon::LayOutControls() {
+    auto* fileLabel = new QLabel(QStringLiteral("&File name:"), this);
+    fileLabel->setBuddy(m_txtFilename);
+    auto* iconsLabel = new QLabel(QStringLiteral("&Current icon:"), this);
+    iconsLabel->setBuddy(m_lstMain);
     auto* fileRow = new QHBoxLayout;
     fileRow->addWidget(m_txtFilename, 1);
     fileRow->addWidget(m_cmdBrowse);
@@ -163,7 +171,9 @@ frmChangeIcon::frmChangeIcon(RegistryStore& registry, const Environment* machine
     layout->addWidget(m_scroll);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
 
+void frmChangeIcon::ConnectControls() {
     m_stockMessage = [this](const QString& text) {
         QMessageBox::warning(this, QStringLiteral("Change Icon"), text);
     };
@@ -226,7 +236,7 @@ void frmChangeIcon::ListIcons() {
     const std::string file = ChosenFile();
     m_lstMain->SetSource(nullptr);
     m_cmdOK->setEnabled(false);
-    m_source = std::make_unique<IconSource>(HostFileOf(m_machine, file));
+    m_source = std::make_unique<IconSource>(m_machine.HostPath(file));
     if (!m_source->Exists()) {
         m_stockMessage(QStringLiteral("File not found ") + Quoted(file));
         return;
@@ -261,16 +271,10 @@ void frmChangeIcon::Browse() {
 }
 
 std::optional<std::string> frmChangeIcon::PickWithDialog() {
-    const QString start = QString::fromStdString(HostFileOf(m_machine, ChosenFile()).parent_path().string());
-    const QString chosen = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Browse"), start,
+    return PickMachineFile(
+        this, m_machine, QStringLiteral("Browse"), m_machine.HostPath(ChosenFile()).parent_path(),
         QStringLiteral("Icon Files (*.exe *.dll *.icl *.ico);;Programs (*.exe);;Libraries (*.dll);;Icons "
                        "(*.ico);;All Files (*)"));
-    if (chosen.isEmpty()) {
-        return std::nullopt;
-    }
-    const std::filesystem::path host(chosen.toStdString());
-    return m_machine != nullptr ? m_machine->WindowsPath(host) : host.string();
 }
 
 void frmChangeIcon::MoveSelection(int step) {

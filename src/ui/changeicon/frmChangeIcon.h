@@ -67,7 +67,7 @@ class frmChangeIcon final : public QDialog {  // NOLINT(readability-identifier-n
 public:
     // The registry keeps the file history; the machine maps Windows paths to
     // its files (null: Windows paths are host paths).
-    frmChangeIcon(RegistryStore& registry, const Environment* machine, QWidget* parent = nullptr);
+    frmChangeIcon(RegistryStore& registry, const Environment& machine, QWidget* parent = nullptr);
     ~frmChangeIcon() override;
 
     // Lists the file's icons and pre-selects `index`, scrolling so that its
@@ -95,13 +95,17 @@ protected:
     void accept() override;
 
 private:
+    // The constructor's steps.
+    void MakeControls();
+    void LayOutControls();
+    void ConnectControls();
     void Browse();
     void MoveSelection(int step);
     void EnsureVisible(int index);
     std::optional<std::string> PickWithDialog();
 
     RegistryStore& m_registry;
-    const Environment* m_machine;
+    const Environment& m_machine;
     std::unique_ptr<IconSource> m_source;
     QComboBox* m_txtFilename;
     QPushButton* m_cmdBrowse;

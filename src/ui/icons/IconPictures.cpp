@@ -54,11 +54,6 @@ std::string CacheKey(std::string_view path) {
 
 }  // namespace
 
-std::filesystem::path HostFileOf(const Environment* machine, std::string_view windowsPath) {
-    return machine != nullptr ? machine->HostPath(windowsPath)
-                              : std::filesystem::path(std::string(windowsPath));
-}
-
 QImage ImageOf(const cFileIcon& icon, int size) {
     const int best = icon.PickImage(size, 32);
     if (best < 0) {
@@ -144,8 +139,7 @@ QImage IconPictureCache::Picture(std::string_view windowsFile, int index, bool c
     const std::string key = CacheKey(windowsFile);
     auto found = m_sources.find(key);
     if (found == m_sources.end()) {
-        found =
-            m_sources.emplace(key, std::make_unique<IconSource>(HostFileOf(m_machine, windowsFile))).first;
+        found = m_sources.emplace(key, std::make_unique<IconSource>(m_machine.HostPath(windowsFile))).first;
     }
     IconSource& source = *found->second;
     if (cursor) {

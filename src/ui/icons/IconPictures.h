@@ -24,9 +24,6 @@ namespace glyphmoor {
 
 class cFileIcon;
 
-// The host file of a Windows path on the machine (the path itself without a machine).
-std::filesystem::path HostFileOf(const Environment* machine, std::string_view windowsPath);
-
 class IconSource {
 public:
     // Reads the file; a file that cannot be read gives a source of no icons.
@@ -57,7 +54,7 @@ private:
 // Pictures of catalogue entries: each file is read once and kept.
 class IconPictureCache {
 public:
-    explicit IconPictureCache(const Environment* machine) : m_machine(machine) {}
+    explicit IconPictureCache(const Environment& machine) : m_machine(machine) {}
 
     // The icon at a location; a pointer entry (`cursor`) at the program's own
     // file takes the pointer resource of that number.
@@ -65,7 +62,7 @@ public:
     void Clear() { m_sources.clear(); }
 
 private:
-    const Environment* m_machine;
+    const Environment& m_machine;
     std::map<std::string, std::unique_ptr<IconSource>> m_sources;
 };
 

@@ -1,9 +1,9 @@
 #include "ui/icons/IconsPage.h"
 
+#include "ui/MachineFilePicker.h"
 #include "ui/changeicon/frmChangeIcon.h"
 #include "ui/icons/frmRename.h"
 
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -27,7 +27,7 @@ QPixmap Blank() {
 
 }  // namespace
 
-IconsPage::IconsPage(MsgContext messages, const Environment* machine, IconCatalogue& catalogue,
+IconsPage::IconsPage(MsgContext messages, const Environment& machine, IconCatalogue& catalogue,
                      IconNameMarks& names, QWidget* parent)
     : QWidget(parent),
       m_messages(messages),
@@ -92,12 +92,10 @@ void IconsPage::EnsureLoaded() {
     bool built = false;
     if (!m_catalogue.Built()) {
         m_catalogue.DetectShellIcons();
-        m_state.iconsLoaded = true;
         built = true;
     }
     if (!m_catalogue.CursorsBuilt()) {
         m_catalogue.BuildCursorCatalogue();
-        m_state.cursorsLoaded = true;
         built = true;
     }
     if (built) {
@@ -228,15 +226,9 @@ void IconsPage::RenameSelected() {
 }
 
 std::optional<std::string> IconsPage::PickCursorWithDialog(const std::string& current) {
-    const QString start = QString::fromStdString(HostFileOf(m_machine, current).string());
-    const QString chosen = QFileDialog::getOpenFileName(
-        window(), QString::fromUtf8(kBrowseCursorsTitle.data()), start,
+    return PickMachineFile(
+        window(), m_machine, QString::fromUtf8(kBrowseCursorsTitle.data()), m_machine.HostPath(current),
         QStringLiteral("Cursor Files (*.cur *.ani);;Standard Cursors (*.cur);;Animated Cursors (*.ani)"));
-    if (chosen.isEmpty()) {
-        return std::nullopt;
-    }
-    const std::filesystem::path host(chosen.toStdString());
-    return m_machine != nullptr ? m_machine->WindowsPath(host) : host.string();
 }
 
 }  // namespace glyphmoor

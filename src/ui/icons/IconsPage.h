@@ -32,7 +32,7 @@ class IconsPage final : public QWidget {
     Q_OBJECT
 public:
     // `messages` reaches the machine's registry, the program-wide state and the prompt.
-    IconsPage(MsgContext messages, const Environment* machine, IconCatalogue& catalogue, IconNameMarks& names,
+    IconsPage(MsgContext messages, const Environment& machine, IconCatalogue& catalogue, IconNameMarks& names,
               QWidget* parent = nullptr);
 
     // Builds the catalogue, pointers included, and fills the lists the first
@@ -71,7 +71,7 @@ private:
     std::optional<std::string> PickCursorWithDialog(const std::string& current);
 
     MsgContext m_messages;
-    const Environment* m_machine;
+    const Environment& m_machine;
     IconCatalogue& m_catalogue;
     AppState& m_state;
     IconNameMarks& m_names;

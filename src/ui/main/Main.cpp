@@ -66,7 +66,22 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
       m_prompt(prompt == nullptr ? m_ownPrompt.get() : prompt) {
     setObjectName(QStringLiteral("Main"));
     setWindowIcon(WindowPicture(Picture::Desktop, 32));
+    BuildPages();
+    auto* body = new QHBoxLayout;
+    body->addWidget(BuildPageBar());
+    body->addWidget(m_pages, 1);
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->addLayout(body, 1);
+    layout->addLayout(BuildButtons());
+    setCentralWidget(central);
 
+    BuildMenus();
+    BuildToolbar();
+    StartUp(request);
+}
+
+void Main::BuildPages() {
     m_pages = new QStackedWidget(this);
     m_pages->addWidget(UnavailablePage(
         "picContMain", "tabThemes", {QStringLiteral("Themes")},
@@ -81,7 +96,9 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
         {QStringLiteral("tvTweak"), QStringLiteral("txtTweak"), QStringLiteral("scrTweak"),
          QStringLiteral("lblTweak")}));
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
+}
 
+QHBoxLayout* Main::BuildButtons() {
     auto* cmdOK = new QPushButton(QStringLiteral("OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
@@ -106,19 +123,11 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
     for (QPushButton* button : {cmdOK, cmdCancel, m_cmdApply, cmdHelp}) {
         buttons->addWidget(button);
     }
-    auto* body = new QHBoxLayout;
-    body->addWidget(BuildPageBar());
-    body->addWidget(m_pages, 1);
-    auto* central = new QWidget(this);
-    auto* layout = new QVBoxLayout(central);
-    layout->addLayout(body, 1);
-    layout->addLayout(buttons);
-    setCentralWidget(central);
+    return buttons;
+}
 
-    BuildMenus();
-    BuildToolbar();
-
-    // Start-up: caption and current theme, position, first page.
+// Start-up: caption and current theme, position, first page.
+void Main::StartUp(const StartRequest& request) {
     SetCurrentTheme(m_machine.Registry(), m_state, "load");
     RefreshRecentMenu();
     RefreshCaption();
@@ -250,13 +259,24 @@ void Main::ApplyChanges() {
         MsgContext messages = Messages();
         PromptRestart(messages);
     }
+    if (!SaveMachine()) {
+        m_state.applyEnabled = true;
+    }
+    PendingChanged();
+}
+
+bool Main::SaveMachine() {
     const Status saved = m_machine.Save();
     if (!saved.ok()) {
         m_prompt->SetPromptText("Glyphmoor could not write the changes to the machine:\n\n" + saved.reason());
         m_prompt->ShowPrompt("", "", "OK", static_cast<std::int16_t>(PromptIcon::Stop), 0, "");
-        m_state.applyEnabled = true;
     }
-    PendingChanged();
+    return saved.ok();
+}
+
+void Main::RebuildIconsAndSave() {
+    RebuildIcons();
+    static_cast<void>(SaveMachine());  // a failure has been shown
 }
 
 void Main::RebuildIcons() {
@@ -274,7 +294,6 @@ void Main::RebuildIcons() {
         }
     };
     RebuildIconCache(messages, hooks);
-    static_cast<void>(m_machine.Save());
 }
 
 void Main::closeEvent(QCloseEvent* event) {
@@ -296,7 +315,8 @@ void Main::closeEvent(QCloseEvent* event) {
     if (Unload(m_machine.Registry(), m_state, {x(), y()}).showNextStartNotice) {
         ShowNextStartNotice(messages);
     }
-    static_cast<void>(m_machine.Save());
+    // The window closes either way: the failure has been shown.
+    static_cast<void>(SaveMachine());
     event->accept();
 }
 

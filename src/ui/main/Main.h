@@ -22,6 +22,7 @@
 #include <string_view>
 
 class QAction;
+class QHBoxLayout;
 class QMenu;
 class QPushButton;
 class QStackedWidget;
@@ -56,8 +57,10 @@ public:
 
     // "&Apply": writes what is staged, in the program's fixed order.
     void ApplyChanges();
-    // Makes the shell reload its icons ("&Rebuild Icon Cache").
+    // Makes the shell reload its icons: Apply's step, which saves nothing itself.
     void RebuildIcons();
+    // "&Rebuild Icon Cache": the same, then the machine written back.
+    void RebuildIconsAndSave();
 
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
@@ -67,6 +70,14 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The constructor's steps: the four pages, the OK, Cancel, Apply and Help
+    // buttons, and what start-up reads and shows.
+    void BuildPages();
+    QHBoxLayout* BuildButtons();
+    void StartUp(const StartRequest& request);
+    // Writes the machine back; a failure is shown and gives false.
+    bool SaveMachine();
+
     // MainCommands.cpp: the menus, the toolbar and the dispatch table.
     void BuildMenus();
     void BuildToolbar();

@@ -5,6 +5,7 @@
 // runs the command of the item it stands for. Commands whose part of the
 // program is not in this build are shown disabled.
 #include "foundation/RecentThemes.h"
+#include "foundation/modMacros.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/WindowPictures.h"
@@ -243,7 +244,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 
 bool Main::Dispatch(std::string_view key) {
     static const std::array<Command, 10> commands = {{
-        {"mnuTools(4)", [](Main& w) { w.RebuildIcons(); }},
+        {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
         {"mnuTools(2)", [](Main& w) { w.RestoreAllCommand(true); }},
@@ -252,11 +253,7 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelpsub(0)", [](Main& w) { w.OpenAddress(kWebSite); }},
         {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress(kEmail); }},
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
-        {"cmdHelp",
-         [](Main& w) {
-             w.OpenAddress(w.m_app.machine != nullptr ? w.m_app.machine->HostPath(w.m_app.helpFile).string()
-                                                      : w.m_app.helpFile);
-         }},
+        {"cmdHelp", [](Main& w) { w.OpenAddress(HostFileOf(w.m_app, w.m_app.helpFile).string()); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {

@@ -48,106 +48,129 @@ void Letter(QPainter& p, const QString& text, const QColor& colour) {
     p.drawText(QRect(0, 0, 24, 24), Qt::AlignCenter, text);
 }
 
+void Save(QPainter& p) {
+    p.setBrush(kNavy);
+    p.drawRect(3, 3, 18, 18);
+    p.setBrush(Qt::white);
+    p.drawRect(6, 3, 12, 7);
+    p.setBrush(kGrey);
+    p.drawRect(7, 14, 10, 7);
+}
+
+// The monitor with a round arrow: yellow for the rebuild, white for restoring.
+void MonitorWithArrow(QPainter& p, const QColor& arrow) {
+    Monitor(p);
+    p.setPen(QPen(arrow, 2));
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(8, 6, 8, 8, 30 * 16, 300 * 16);
+}
+
+void Star(QPainter& p) {
+    QPainterPath star;
+    star.moveTo(12, 2);
+    for (const QPoint point : {QPoint(15, 9), QPoint(22, 9), QPoint(16, 14), QPoint(18, 21), QPoint(12, 17),
+                               QPoint(6, 21), QPoint(8, 14), QPoint(2, 9), QPoint(9, 9)}) {
+        star.lineTo(point);
+    }
+    star.closeSubpath();
+    p.setBrush(kYellow);
+    p.drawPath(star);
+}
+
+void Globe(QPainter& p) {
+    p.setBrush(kBlue);
+    p.drawEllipse(3, 3, 18, 18);
+    p.setBrush(kGreen);
+    p.drawEllipse(6, 7, 7, 6);
+    p.drawEllipse(13, 13, 5, 5);
+}
+
+void Landscape(QPainter& p) {
+    p.setBrush(kTeal);
+    p.drawRect(2, 2, 20, 20);
+    p.setBrush(kYellow);
+    p.drawEllipse(5, 5, 6, 6);
+    p.setBrush(kGreen);
+    p.drawPolygon(QPolygon({QPoint(2, 22), QPoint(10, 12), QPoint(16, 18), QPoint(22, 12), QPoint(22, 22)}));
+}
+
+void Envelope(QPainter& p) {
+    p.setBrush(Qt::white);
+    p.drawRect(2, 6, 20, 13);
+    p.drawPolyline(QPolygon({QPoint(2, 6), QPoint(12, 13), QPoint(22, 6)}));
+}
+
+// A coloured disc with a white letter: help, what's this, about.
+void Badge(QPainter& p, const QColor& colour, const QString& letter) {
+    p.setBrush(colour);
+    p.drawEllipse(2, 2, 20, 20);
+    Letter(p, letter, Qt::white);
+}
+
+void Door(QPainter& p) {
+    p.setBrush(kRed);
+    p.drawRect(5, 2, 12, 20);
+    p.setBrush(kYellow);
+    p.drawEllipse(13, 11, 2, 2);
+}
+
+void Gear(QPainter& p) {
+    p.setBrush(kDarkGrey);
+    p.drawEllipse(4, 4, 16, 16);
+    p.setBrush(kGrey);
+    p.drawEllipse(9, 9, 6, 6);
+}
+
+void Arrow(QPainter& p) {
+    p.setBrush(Qt::white);
+    p.drawPolygon(QPolygon({QPoint(6, 2), QPoint(6, 19), QPoint(10, 15), QPoint(13, 22), QPoint(15, 21),
+                            QPoint(12, 14), QPoint(17, 14)}));
+}
+
+void Drive(QPainter& p) {
+    p.setBrush(kGrey);
+    p.drawRect(2, 8, 20, 9);
+    p.setBrush(kGreen);
+    p.drawRect(17, 13, 2, 2);
+}
+
 void Draw(QPainter& p, Picture picture) {
     p.setPen(QPen(Qt::black, 1));
     switch (picture) {
         case Picture::Open:
-            FolderShape(p, true);
-            break;
         case Picture::Folder:
-            FolderShape(p, false);
-            break;
+            return FolderShape(p, picture == Picture::Open);
         case Picture::Save:
-            p.setBrush(kNavy);
-            p.drawRect(3, 3, 18, 18);
-            p.setBrush(Qt::white);
-            p.drawRect(6, 3, 12, 7);
-            p.setBrush(kGrey);
-            p.drawRect(7, 14, 10, 7);
-            break;
+            return Save(p);
         case Picture::Rebuild:
+            return MonitorWithArrow(p, kYellow);
         case Picture::Restore:
-            Monitor(p);
-            p.setPen(QPen(picture == Picture::Rebuild ? kYellow : Qt::white, 2));
-            p.setBrush(Qt::NoBrush);
-            p.drawArc(8, 6, 8, 8, 30 * 16, 300 * 16);
-            break;
+            return MonitorWithArrow(p, Qt::white);
         case Picture::Desktop:
-            Monitor(p);
-            break;
-        case Picture::Favorites: {
-            QPainterPath star;
-            star.moveTo(12, 2);
-            star.lineTo(15, 9);
-            star.lineTo(22, 9);
-            star.lineTo(16, 14);
-            star.lineTo(18, 21);
-            star.lineTo(12, 17);
-            star.lineTo(6, 21);
-            star.lineTo(8, 14);
-            star.lineTo(2, 9);
-            star.lineTo(9, 9);
-            star.closeSubpath();
-            p.setBrush(kYellow);
-            p.drawPath(star);
-            break;
-        }
+            return Monitor(p);
+        case Picture::Favorites:
+            return Star(p);
         case Picture::Web:
-            p.setBrush(kBlue);
-            p.drawEllipse(3, 3, 18, 18);
-            p.setBrush(kGreen);
-            p.drawEllipse(6, 7, 7, 6);
-            p.drawEllipse(13, 13, 5, 5);
-            break;
+            return Globe(p);
         case Picture::Themes:
-            p.setBrush(kTeal);
-            p.drawRect(2, 2, 20, 20);
-            p.setBrush(kYellow);
-            p.drawEllipse(5, 5, 6, 6);
-            p.setBrush(kGreen);
-            p.drawPolygon(
-                QPolygon({QPoint(2, 22), QPoint(10, 12), QPoint(16, 18), QPoint(22, 12), QPoint(22, 22)}));
-            break;
+            return Landscape(p);
         case Picture::Email:
-            p.setBrush(Qt::white);
-            p.drawRect(2, 6, 20, 13);
-            p.drawPolyline(QPolygon({QPoint(2, 6), QPoint(12, 13), QPoint(22, 6)}));
-            break;
+            return Envelope(p);
         case Picture::Help:
+            return Badge(p, kNavy, QStringLiteral("?"));
         case Picture::WhatsThis:
-            p.setBrush(picture == Picture::Help ? kNavy : kTeal);
-            p.drawEllipse(2, 2, 20, 20);
-            Letter(p, QStringLiteral("?"), Qt::white);
-            break;
+            return Badge(p, kTeal, QStringLiteral("?"));
         case Picture::About:
-            p.setBrush(kBlue);
-            p.drawEllipse(2, 2, 20, 20);
-            Letter(p, QStringLiteral("i"), Qt::white);
-            break;
+            return Badge(p, kBlue, QStringLiteral("i"));
         case Picture::Exit:
-            p.setBrush(kRed);
-            p.drawRect(5, 2, 12, 20);
-            p.setBrush(kYellow);
-            p.drawEllipse(13, 11, 2, 2);
-            break;
+            return Door(p);
         case Picture::Settings:
         case Picture::Tweak:
-            p.setBrush(kDarkGrey);
-            p.drawEllipse(4, 4, 16, 16);
-            p.setBrush(kGrey);
-            p.drawEllipse(9, 9, 6, 6);
-            break;
+            return Gear(p);
         case Picture::Cursors:
-            p.setBrush(Qt::white);
-            p.drawPolygon(QPolygon({QPoint(6, 2), QPoint(6, 19), QPoint(10, 15), QPoint(13, 22),
-                                    QPoint(15, 21), QPoint(12, 14), QPoint(17, 14)}));
-            break;
+            return Arrow(p);
         case Picture::Drive:
-            p.setBrush(kGrey);
-            p.drawRect(2, 8, 20, 9);
-            p.setBrush(kGreen);
-            p.drawRect(17, 13, 2, 2);
-            break;
+            return Drive(p);
     }
 }
 

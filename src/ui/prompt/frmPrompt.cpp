@@ -46,10 +46,18 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
         m_dpiX = screen->logicalDotsPerInchX();
         m_dpiY = screen->logicalDotsPerInchY();
     }
+    LayOut(request);
+    MakeControls(request);
+    setFixedSize(PixelsAcross(m_layout.clientWidth), PixelsDown(m_layout.clientHeight));
+    FocusFirstButton();
+    // Centred now, and again when shown, once the frame's size is known.
+    CentreForm(*this, parent != nullptr ? parent->window() : nullptr);
+}
+
+void frmPrompt::LayOut(const PromptRequest& request) {
     const auto twipsDown = [this](int pixels) {
         return static_cast<int>(std::lround(pixels * kTwipsPerInch / m_dpiY));
     };
-
     // The label grows downward to fit the text at its width.
     m_capMsg = new QLabel(this);
     m_capMsg->setObjectName("capMsg");
@@ -65,16 +73,18 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
     frame.captionHeight = twipsDown(style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
     frame.border = twipsDown(kDialogFramePixels);
     m_layout = LayoutPrompt(request, twipsDown(textRect.height()), frame);
+    Place(m_capMsg, m_layout.label);
+}
 
-    const auto place = [this](QWidget* widget, const TwipsRect& rect) {
-        widget->setGeometry(PixelsAcross(rect.left), PixelsDown(rect.top), PixelsAcross(rect.width),
-                            PixelsDown(rect.height));
-    };
-    place(m_capMsg, m_layout.label);
+void frmPrompt::Place(QWidget* widget, const TwipsRect& rect) const {
+    widget->setGeometry(PixelsAcross(rect.left), PixelsDown(rect.top), PixelsAcross(rect.width),
+                        PixelsDown(rect.height));
+}
 
+void frmPrompt::MakeControls(const PromptRequest& request) {
     m_picIcon = new QLabel(this);
     m_picIcon->setObjectName("picIcon");
-    place(m_picIcon, m_layout.icon);
+    Place(m_picIcon, m_layout.icon);
     m_picIcon->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     m_picIcon->setPixmap(
@@ -86,7 +96,7 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
             new QPushButton(QString::fromStdString(request.buttons[static_cast<std::size_t>(i)]), this);
         button->setObjectName(QString("Command(%1)").arg(i));
         button->setAutoDefault(true);
-        place(button, m_layout.buttons[static_cast<std::size_t>(i)]);
+        Place(button, m_layout.buttons[static_cast<std::size_t>(i)]);
         button->setVisible(m_layout.buttonVisible[static_cast<std::size_t>(i)]);
         connect(button, &QPushButton::clicked, this, [this, i] { Press(i); });
         m_command[static_cast<std::size_t>(i)] = button;
@@ -96,12 +106,13 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
     m_check->setObjectName("Check");
     if (m_layout.checkVisible) {
         m_check->setText(QString::fromStdString(m_layout.checkCaption));
-        place(m_check, m_layout.check);
+        Place(m_check, m_layout.check);
     }
     m_check->setVisible(m_layout.checkVisible);
+}
 
-    setFixedSize(PixelsAcross(m_layout.clientWidth), PixelsDown(m_layout.clientHeight));
-
+// The leftmost visible button, the first in the tab order, has the focus and is the default.
+void frmPrompt::FocusFirstButton() {
     for (int i = 2; i >= 0; --i) {
         QPushButton* button = m_command[static_cast<std::size_t>(i)];
         if (m_layout.buttonVisible[static_cast<std::size_t>(i)]) {
@@ -110,8 +121,6 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
             break;
         }
     }
-    // Centred now, and again when shown, once the frame's size is known.
-    CentreForm(*this, parent != nullptr ? parent->window() : nullptr);
 }
 
 void frmPrompt::showEvent(QShowEvent* event) {

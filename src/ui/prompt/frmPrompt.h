@@ -39,6 +39,12 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    // The label, measured, and the layout of the whole dialog.
+    void LayOut(const PromptRequest& request);
+    // The icon, the three buttons and the check box, where the layout puts them.
+    void MakeControls(const PromptRequest& request);
+    void FocusFirstButton();
+    void Place(QWidget* widget, const TwipsRect& rect) const;
     void Press(int index);
 
     Prompt& m_prompt;
