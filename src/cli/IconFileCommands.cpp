@@ -156,8 +156,8 @@ int CmdExtractAll(CliContext& c, CommandArgs a) {
     if (!dirArgument) {
         return kExitFailed;
     }
-    const std::filesystem::path file = *fileArgument;
-    const std::filesystem::path dir = *dirArgument;
+    const std::filesystem::path& file = *fileArgument;
+    const std::filesystem::path& dir = *dirArgument;
     std::error_code ec;
     std::filesystem::create_directories(dir, ec);
     if (ec || !std::filesystem::is_directory(dir)) {
