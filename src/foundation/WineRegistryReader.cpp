@@ -377,7 +377,8 @@ private:
             const std::string_view part = remaining.substr(0, pos);
             if (!part.empty()) {
                 if (!KeyNameFits(part)) {
-                    return Fail("a key name longer than " + std::to_string(kMaxKeyNameLength) + " characters");
+                    return Fail("a key name longer than " + std::to_string(kMaxKeyNameLength) +
+                                " characters");
                 }
                 if (parts.size() == kMaxKeyDepth) {
                     return Fail("a key more than " + std::to_string(kMaxKeyDepth) + " levels deep");
