@@ -116,10 +116,6 @@ int IconCountOfFile(const std::filesystem::path& file) {
 
 Status LoadIconOfModule(const ExecutableModule& module, int index, cFileIcon& icon) {
     const auto groups = module.IconGroups();
-    if (index == -1) {
-        icon.Clear();
-        return Fail("index -1 asks for the number of icons, not an icon");
-    }
     if (index >= 0 && static_cast<std::size_t>(index) >= groups.size()) {
         icon.Clear();
         return Fail("the file has " + std::to_string(groups.size()) + " icons, so there is no icon " +
