@@ -8,6 +8,7 @@
 #include <charconv>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -155,8 +156,8 @@ int CmdExtractAll(CliContext& c, CommandArgs a) {
     if (!dirArgument) {
         return kExitFailed;
     }
-    const std::filesystem::path file = *fileArgument;
-    const std::filesystem::path dir = *dirArgument;
+    const std::filesystem::path& file = *fileArgument;
+    const std::filesystem::path& dir = *dirArgument;
     std::error_code ec;
     std::filesystem::create_directories(dir, ec);
     if (ec || !std::filesystem::is_directory(dir)) {
@@ -165,38 +166,43 @@ int CmdExtractAll(CliContext& c, CommandArgs a) {
     }
     const std::string stem = file.filename().string();
     auto target = [&](int index) { return dir / (stem + "_" + std::to_string(index) + ".ico"); };
-    cFileIcon icon;
-    int failures = 0;
-    auto save = [&](int index) {
-        if (!icon.SaveIcon(target(index))) {
-            err << target(index).string() << ": cannot write the icon file\n";
-            ++failures;
-        }
-    };
+    // All or nothing: every icon is read before the first file is written,
+    // and the files already written go again when a later one cannot be.
+    std::vector<cFileIcon> icons;
     auto module = ExecutableModule::Open(file);
     if (!module) {
         // Not an executable: an icon file is its own only icon.
+        cFileIcon icon;
         if (!icon.LoadIcon(file)) {
             err << file.string() << ": " << module.reason() << "; as an icon file: " << icon.Reason() << "\n";
             return 1;
         }
-        save(0);
-        return failures == 0 ? 0 : 1;
-    }
-    const int count = static_cast<int>(module->IconGroups().size());
-    if (count == 0) {
-        err << file.string() << ": the file has no icons\n";
-        return 1;
-    }
-    for (int i = 0; i < count; ++i) {
-        if (Status s = LoadIconOfModule(*module, i, icon); !s) {
-            err << file.string() << ": icon " << i << ": " << s.reason() << "\n";
-            ++failures;
-            continue;
+        icons.push_back(std::move(icon));
+    } else {
+        const int count = static_cast<int>(module->IconGroups().size());
+        if (count == 0) {
+            err << file.string() << ": the file has no icons\n";
+            return 1;
         }
-        save(i);
+        icons.resize(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) {
+            if (Status s = LoadIconOfModule(*module, i, icons[static_cast<std::size_t>(i)]); !s) {
+                err << file.string() << ": icon " << i << ": " << s.reason() << "; no file was written\n";
+                return 1;
+            }
+        }
     }
-    return failures == 0 ? 0 : 1;
+    for (std::size_t i = 0; i < icons.size(); ++i) {
+        const auto index = static_cast<int>(i);
+        if (!icons[i].SaveIcon(target(index))) {
+            err << target(index).string() << ": cannot write the icon file; no file was kept\n";
+            for (int written = 0; written <= index; ++written) {
+                std::filesystem::remove(target(written), ec);
+            }
+            return 1;
+        }
+    }
+    return 0;
 }
 
 }  // namespace glyphmoor

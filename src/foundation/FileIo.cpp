@@ -18,6 +18,11 @@ std::string ErrnoText() {
 // The whole file into a string or a byte vector.
 template <typename Buffer>
 Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) {
+    // A folder would read as a huge size, and a pipe or device would block
+    // the open itself: only regular files are read.
+    if (Status regular = CheckRegularFile(file); !regular) {
+        return Fail(regular.reason());
+    }
     std::ifstream in(file, std::ios::binary);
     if (!in) {
         return Fail("cannot read " + file.string() + ": " + ErrnoText());
@@ -42,6 +47,24 @@ Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) 
 
 }  // namespace
 
+Status CheckRegularFile(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    if (status.type() == std::filesystem::file_type::not_found) {
+        return Fail("cannot read " + file.string() + ": it does not exist");
+    }
+    if (error) {
+        return Fail("cannot read " + file.string() + ": " + error.message());
+    }
+    if (status.type() == std::filesystem::file_type::directory) {
+        return Fail("cannot read " + file.string() + ": it is a folder, not a file");
+    }
+    if (status.type() != std::filesystem::file_type::regular) {
+        return Fail("cannot read " + file.string() + ": it is not a regular file");
+    }
+    return {};
+}
+
 Result<std::string> ReadWholeFile(const std::filesystem::path& file, std::uint64_t limit) {
     return ReadInto<std::string>(file, limit);
 }
@@ -51,6 +74,9 @@ Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, 
 }
 
 Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n) {
+    if (Status regular = CheckRegularFile(file); !regular) {
+        return Fail(regular.reason());
+    }
     std::ifstream in(file, std::ios::binary);
     if (!in) {
         return Fail("cannot read " + file.string() + ": " + ErrnoText());

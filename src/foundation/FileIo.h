@@ -14,12 +14,16 @@
 
 namespace glyphmoor {
 
-// The whole file; refused without reading it when it holds more than limit bytes.
+// The whole file; refused without reading it when it holds more than limit
+// bytes. Only a regular file (or a link to one) is read: a folder, pipe,
+// device or socket is refused with the reason before it is opened.
 Result<std::string> ReadWholeFile(const std::filesystem::path& file,
                                   std::uint64_t limit = std::numeric_limits<std::uint64_t>::max());
 Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, std::uint64_t limit);
 // The first n bytes of the file, fewer when it is shorter.
 Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n);
+// Succeeds when file is a regular file (or a link to one); else says what it is.
+Status CheckRegularFile(const std::filesystem::path& file);
 
 // Replaces file by contents atomically: a new file beside it is written,
 // flushed to disk and renamed over the old one, so readers see either the old
@@ -37,6 +41,10 @@ struct FileStamp {
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 FileStamp StampOf(const std::filesystem::path& file);
+
+// The lock file that every write of a profile file takes, one for each user
+// of the host: in the folder for temporary files.
+std::filesystem::path ProfileLockFile();
 
 // An exclusive advisory lock held for the object's lifetime. Given a folder,
 // the lock is taken on the folder itself where the system allows it (so no

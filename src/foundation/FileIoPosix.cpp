@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <cerrno>
 #include <cstring>
+#include <string>
 
 namespace glyphmoor {
 
@@ -28,6 +29,15 @@ FileStamp StampOf(const std::filesystem::path& file) {
     stamp.modifiedNs = static_cast<std::int64_t>(st.st_mtim.tv_sec) * 1000000000LL + st.st_mtim.tv_nsec;
     stamp.inode = st.st_ino;
     return stamp;
+}
+
+std::filesystem::path ProfileLockFile() {
+    std::error_code error;
+    std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    if (error) {
+        folder = "/tmp";
+    }
+    return folder / ("glyphmoor-profiles-" + std::to_string(::getuid()) + ".lock");
 }
 
 Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockFile) {

@@ -20,6 +20,12 @@ FileStamp StampOf(const std::filesystem::path& file) {
     return stamp;
 }
 
+std::filesystem::path ProfileLockFile() {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return (error ? std::filesystem::path(".") : folder) / "glyphmoor-profiles.lock";
+}
+
 Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockPath) {
     std::error_code ec;
     const std::filesystem::path lockFile =

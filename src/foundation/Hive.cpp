@@ -34,6 +34,10 @@ const std::string& ValueName(const HiveValue& value) {
 
 }  // namespace
 
+bool KeyNameFits(std::string_view name) {
+    return name.size() <= kMaxKeyNameLength || Utf8ToUtf16(name).size() <= kMaxKeyNameLength;
+}
+
 int CompareRegistryNames(std::string_view a, std::string_view b) {
     return CompareNoCase(a, b);
 }

@@ -17,6 +17,16 @@
 
 namespace glyphmoor {
 
+// Windows' own limits on keys: a name is at most 255 characters, and a key
+// lies at most 512 levels below its hive's root. Wine refuses a hive file
+// whose key names are longer, so a longer name is never written; deeper keys
+// are refused too, so that nothing walks or frees a tree without bound.
+inline constexpr std::size_t kMaxKeyNameLength = 255;
+inline constexpr std::size_t kMaxKeyDepth = 512;
+
+// Whether a key name is within Windows' limit (counted in UTF-16 units).
+bool KeyNameFits(std::string_view name);
+
 struct HiveValue {
     std::string name;  // UTF-8; empty for the unnamed value
     RegValue value;

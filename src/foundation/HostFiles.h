@@ -44,7 +44,11 @@ Status WriteHostAttributes(const std::filesystem::path& path, std::uint32_t attr
 // the old file's DOS attributes over as well as its permissions: the files
 // that go through it (desktop.ini, Msdos.sys) are often hidden and system
 // files, and must stay so for Wine. On any failure the old file is left as it
-// was, the new one is removed and the reason is given.
+// was, the new one is removed and the reason is given. A path that is a
+// symbolic link is written through: the file it points at is replaced and the
+// link stays a link. New files left beside it by earlier saves that were
+// killed part way are removed first; so callers hold a lock over every save
+// of the same file (the machine's lock, or the profile lock).
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes);
 
 // The same, with the function that writes each chunk of the file given, so

@@ -5,6 +5,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -115,6 +116,51 @@ void KeepPermissions(const std::filesystem::path& path, int fd) {
     }
 }
 
+// The file a path stands for once its links are followed: a save replaces
+// that file and leaves the links as they are. A link to a missing file stands
+// for the file it names.
+std::filesystem::path ThroughLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error))) {
+        return path;
+    }
+    std::filesystem::path target = std::filesystem::canonical(path, error);
+    if (!error) {
+        return target;
+    }
+    target = std::filesystem::read_symlink(path, error);
+    if (error) {
+        return path;
+    }
+    return target.is_absolute() ? target : path.parent_path() / target;
+}
+
+// The temporary name a save of `name` uses: "." name "." digits ".tmp".
+bool IsLeftoverOf(const std::string& candidate, const std::string& name) {
+    const std::string prefix = "." + name + ".";
+    constexpr std::string_view kSuffix = ".tmp";
+    if (candidate.size() <= prefix.size() + kSuffix.size() || !candidate.starts_with(prefix) ||
+        !candidate.ends_with(kSuffix)) {
+        return false;
+    }
+    const std::string_view digits =
+        std::string_view(candidate).substr(prefix.size(), candidate.size() - prefix.size() - kSuffix.size());
+    return std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// Removes what saves of the same file left behind when they were killed part
+// way. Callers hold a lock over every save of the file, so no other save is
+// writing one of these at the time.
+void RemoveLeftovers(const std::filesystem::path& folder, const std::string& name) {
+    std::error_code error;
+    std::filesystem::directory_iterator it(folder, error);
+    for (; !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        if (IsLeftoverOf(it->path().filename().string(), name) && it->is_regular_file(error)) {
+            std::filesystem::remove(it->path(), error);
+        }
+    }
+}
+
 // Makes a rename in the folder durable.
 void SyncFolder(const std::filesystem::path& folder) {
     const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -126,10 +172,12 @@ void SyncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
-Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
                                const ChunkWriter& write) {
+    const std::filesystem::path path = ThroughLinks(given);
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    RemoveLeftovers(folder, path.filename().string());
     std::filesystem::path temp;
     const int fd = CreateTempBeside(path, folder, temp);
     if (fd < 0) {

@@ -1,7 +1,10 @@
 #include "foundation/MachineRegistry.h"
 
+#include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/WineRegistryText.h"
+
+#include <algorithm>
 
 namespace glyphmoor {
 
@@ -47,6 +50,41 @@ std::string ArchOf(const std::string& preamble) {
 
 bool IsStringType(std::uint32_t type) {
     return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
+}
+
+// How many keys deep a path lies below its hive's root.
+std::size_t DepthOf(std::string_view path) {
+    return path.empty() ? 0 : static_cast<std::size_t>(std::count(path.begin(), path.end(), '\\')) + 1;
+}
+
+// How many names a path holds, empty ones left out.
+std::size_t CountComponents(std::string_view path) {
+    std::size_t count = 0;
+    while (!path.empty()) {
+        const auto pos = path.find('\\');
+        count += pos == 0 ? 0 : 1;
+        path.remove_prefix(pos == std::string_view::npos ? path.size() : pos + 1);
+    }
+    return count;
+}
+
+// A subkey path the registry takes: no leading backslash (Windows NT gives
+// ERROR_BAD_PATHNAME), each name within Windows' limit and the path no deeper
+// than the limit, so that it is refused before anything is made.
+long CheckSubkeyPath(std::string_view subkey) {
+    if (!subkey.empty() && subkey.front() == '\\') {
+        return kErrorBadPathname;
+    }
+    std::size_t depth = 0;
+    while (!subkey.empty()) {
+        const auto pos = subkey.find('\\');
+        const std::string_view part = subkey.substr(0, pos);
+        if (!part.empty() && (++depth > kMaxKeyDepth || !KeyNameFits(part))) {
+            return kErrorInvalidParameter;
+        }
+        subkey.remove_prefix(pos == std::string_view::npos ? subkey.size() : pos + 1);
+    }
+    return kErrorSuccess;
 }
 
 void TouchKey(HiveKey& key, std::uint64_t now) {
@@ -144,7 +182,7 @@ std::optional<MachineRegistry::Location> MachineRegistry::Walk(Location start, s
     }
     LoadedHive& loaded = HiveOf(*start.hive);
     HiveKey* key = loaded.hive.Find(start.path);
-    if (key == nullptr) {
+    if (key == nullptr || (create && DepthOf(start.path) + CountComponents(subkey) > kMaxKeyDepth)) {
         return std::nullopt;
     }
     Location here = start;
@@ -156,7 +194,7 @@ std::optional<MachineRegistry::Location> MachineRegistry::Walk(Location start, s
         }
         HiveKey* child = key->FindSubkey(part);
         if (child == nullptr) {
-            if (!create) {
+            if (!create || !KeyNameFits(part)) {
                 return std::nullopt;
             }
             const std::uint64_t now = FileTimeNow();
@@ -233,6 +271,9 @@ long MachineRegistry::OpenKey(RootKey root, std::string_view subkey, RegAccess /
     if (root == RootKey::None || root == RootKey::DynData || root == RootKey::PerformanceData) {
         return kErrorInvalidHandle;
     }
+    if (!subkey.empty() && subkey.front() == '\\') {
+        return kErrorBadPathname;
+    }
     auto location = Resolve(root, subkey, false);
     if (!location) {
         return kErrorFileNotFound;
@@ -245,6 +286,9 @@ long MachineRegistry::CreateKey(RootKey root, std::string_view subkey, RegHandle
     out = kNoHandle;
     if (root == RootKey::None || root == RootKey::DynData || root == RootKey::PerformanceData) {
         return kErrorInvalidHandle;
+    }
+    if (const long rc = CheckSubkeyPath(subkey); rc != kErrorSuccess) {
+        return rc;
     }
     auto location = Resolve(root, subkey, true);
     if (!location) {
@@ -474,6 +518,14 @@ Status MachineRegistry::Save() {
         return Fail(*server);
     }
     auto lock = TRY(FileLock::Acquire(m_folder.LockFile()));
+    // A read-only hive stays as it is: nothing is written, not even the
+    // other hives, so the machine is not left half changed.
+    for (const auto& loaded : m_hives) {
+        const auto attributes = ReadHostAttributes(loaded.file);
+        if (!loaded.changes.empty() && attributes && (*attributes & kAttrReadOnly) != 0) {
+            return Fail(loaded.file.string() + " is read-only: nothing was written");
+        }
+    }
     for (HiveId id : {HiveId::Machine, HiveId::User, HiveId::DefaultUser}) {
         TRY(SaveHive(id));
     }

@@ -24,6 +24,7 @@ enum : long {
     kErrorAccessDenied = 5,
     kErrorInvalidHandle = 6,
     kErrorInvalidParameter = 87,
+    kErrorBadPathname = 161,
     kErrorMoreData = 234,
     kErrorNoMoreItems = 259,
 };

@@ -376,6 +376,13 @@ private:
             const auto pos = remaining.find('\\');
             const std::string_view part = remaining.substr(0, pos);
             if (!part.empty()) {
+                if (!KeyNameFits(part)) {
+                    return Fail("a key name longer than " + std::to_string(kMaxKeyNameLength) +
+                                " characters");
+                }
+                if (parts.size() == kMaxKeyDepth) {
+                    return Fail("a key more than " + std::to_string(kMaxKeyDepth) + " levels deep");
+                }
                 parts.push_back(part);
             }
             remaining.remove_prefix(pos == std::string_view::npos ? remaining.size() : pos + 1);

@@ -1,14 +1,11 @@
 #include "foundation/modProfile.h"
 
 #include "foundation/FileIo.h"
-
 #include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace glyphmoor {
@@ -99,18 +96,70 @@ std::int64_t KeyNames(const ProfileFile& file, const ProfileFile::Section& secti
     return static_cast<std::int64_t>(size - room);
 }
 
+// How a profile file keeps its text: ANSI bytes, or UTF-16 after a
+// byte-order mark, which the profile functions read and write in UTF-16.
+enum class ProfileEncoding { Ansi, Utf16Le, Utf16Be };
+
+ProfileEncoding EncodingOf(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE")) {
+        return ProfileEncoding::Utf16Le;
+    }
+    if (bytes.starts_with("\xFE\xFF")) {
+        return ProfileEncoding::Utf16Be;
+    }
+    return ProfileEncoding::Ansi;
+}
+
+// The text of a UTF-16 file after its byte-order mark.
+std::u16string DecodeUtf16(std::string_view bytes, ProfileEncoding encoding) {
+    std::u16string units;
+    units.reserve(bytes.size() / 2);
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto first = static_cast<std::uint8_t>(bytes[i]);
+        const auto second = static_cast<std::uint8_t>(bytes[i + 1]);
+        units.push_back(encoding == ProfileEncoding::Utf16Le ? static_cast<char16_t>(first | (second << 8))
+                                                             : static_cast<char16_t>((first << 8) | second));
+    }
+    return units;
+}
+
+// A UTF-16 file's bytes, byte-order mark first.
+std::string EncodeUtf16(std::u16string_view units, ProfileEncoding encoding) {
+    const bool little = encoding == ProfileEncoding::Utf16Le;
+    std::string bytes = little ? "\xFF\xFE" : "\xFE\xFF";
+    bytes.reserve(2 + units.size() * 2);
+    for (const char16_t unit : units) {
+        const auto low = static_cast<char>(unit & 0xFF);
+        const auto high = static_cast<char>(unit >> 8);
+        bytes.push_back(little ? low : high);
+        bytes.push_back(little ? high : low);
+    }
+    return bytes;
+}
+
+// A file's bytes; a missing file reads as an empty one. Only regular files
+// are read: a folder or a pipe is refused with the reason.
+Result<std::string> ReadProfileBytes(const std::filesystem::path& file) {
+    std::error_code error;
+    if (std::filesystem::status(file, error).type() == std::filesystem::file_type::not_found) {
+        return std::string();
+    }
+    return ReadWholeFile(file);
+}
+
 }  // namespace
 
 Result<ProfileFile> LoadProfileFile(const std::filesystem::path& file) {
-    std::error_code error;
-    const auto status = std::filesystem::status(file, error);
-    if (status.type() == std::filesystem::file_type::not_found) {
-        return ProfileFile();
+    auto bytes = ReadProfileBytes(file);
+    if (!bytes) {
+        return Fail(bytes.reason());
     }
-    if (std::filesystem::is_directory(status)) {
-        return Fail(file.string() + " is a folder");
+    const ProfileEncoding encoding = EncodingOf(*bytes);
+    if (encoding == ProfileEncoding::Ansi) {
+        return ProfileFile::Parse(*bytes);
     }
-    return ProfileFile::Parse(TRY(ReadWholeFile(file)));
+    // The ANSI functions see a Unicode file through the code page.
+    return ProfileFile::Parse(TextToProfileBytes(Utf16ToUtf8(DecodeUtf16(*bytes, encoding))));
 }
 
 std::uint32_t ProfileGetString(const ProfileFile& file, OptionalText section, OptionalText key,
@@ -165,16 +214,33 @@ Status ProfileSetString(const std::filesystem::path& file, OptionalText section,
     if (attributes && (*attributes & kAttrReadOnly) != 0) {
         return Fail(file.string() + " is read-only");
     }
-    auto contents = TRY(LoadProfileFile(file));
+    // Read, change and save under one lock, so that two writers of a file
+    // never save over each other's change.
+    auto lock = TRY(FileLock::Acquire(ProfileLockFile()));
+    auto bytes = TRY(ReadProfileBytes(file));
+    // A Unicode file is edited as its text and saved in its own encoding; the
+    // arguments are ANSI text, as the ANSI function converts them.
+    const ProfileEncoding encoding = EncodingOf(bytes);
+    const bool unicode = encoding != ProfileEncoding::Ansi;
+    ProfileFile contents = ProfileFile::Parse(unicode ? Utf16ToUtf8(DecodeUtf16(bytes, encoding)) : bytes);
+    auto text = [&](std::string_view argument) {
+        return unicode ? ProfileBytesToText(ProfileArgument(argument)) : std::string(argument);
+    };
+    const std::string sectionText = text(*section);
+    const std::string keyText = key ? text(*key) : std::string();
+    const std::string valueText = value ? text(*value) : std::string();
     bool changed = false;
     if (!key) {
-        changed = contents.DeleteSection(*section);
+        changed = contents.DeleteSection(sectionText);
     } else if (!value) {
-        changed = contents.DeleteKey(*section, *key);
+        changed = contents.DeleteKey(sectionText, keyText);
     } else {
-        changed = contents.SetValue(*section, *key, *value);
+        changed = contents.SetValue(sectionText, keyText, valueText);
     }
     if (changed || (!attributes && (!key || !value))) {
+        if (unicode) {
+            return SaveFileTransactionally(file, EncodeUtf16(Utf8ToUtf16(contents.Bytes()), encoding));
+        }
         return SaveProfileFile(file, contents);
     }
     return {};

@@ -20,8 +20,9 @@ bool IsStringType(std::uint32_t type) {
 }
 
 // A value as the ANSI registry functions hand it over: one character a byte.
-// Strings come converted from UTF-16, with the terminating NUL Windows adds to
-// a string stored without one; other data come byte by byte through the code page.
+// Strings come converted from UTF-16 with what was stored, terminating NUL or
+// not: the NUL Windows writes after a string stored without one lies outside
+// the count it reports. Other data come byte by byte through the code page.
 std::u32string AnsiData(const RegValue& value) {
     std::u32string out;
     if (IsStringType(value.type)) {
@@ -31,11 +32,7 @@ std::u32string AnsiData(const RegValue& value) {
         for (std::size_t i = 0; i + 1 < d.size(); i += 2) {
             units.push_back(static_cast<char16_t>(d[i] | (d[i + 1] << 8)));
         }
-        out = Utf8ToCodePoints(Utf16ToUtf8(units));
-        if (out.empty() || out.back() != U'\0') {
-            out.push_back(U'\0');
-        }
-        return out;
+        return Utf8ToCodePoints(Utf16ToUtf8(units));
     }
     out.reserve(value.data.size());
     for (std::uint8_t byte : value.data) {
@@ -61,16 +58,18 @@ std::u32string CutAtNull(std::u32string text) {
     return text;
 }
 
-// Opens the key of a path; kNoHandle when it cannot be opened.
-RegHandle Open(RegistryStore& store, std::string_view path, RegAccess access) {
+// Opens the key of a path; kNoHandle when it cannot be opened, with the
+// store's reason in rc when asked.
+RegHandle Open(RegistryStore& store, std::string_view path, RegAccess access, long* rc = nullptr) {
     std::string subkey(path);
     RootKey root = RootKey::None;
     SplitRegPath(subkey, root);
     RegHandle handle = kNoHandle;
-    if (store.OpenKey(root, subkey, access, handle) != kErrorSuccess) {
-        return kNoHandle;
+    const long opened = store.OpenKey(root, subkey, access, handle);
+    if (rc != nullptr) {
+        *rc = opened;
     }
-    return handle;
+    return opened == kErrorSuccess ? handle : kNoHandle;
 }
 
 // Opens the key for reading, reads one value and closes the key; nothing when
@@ -91,20 +90,25 @@ std::optional<RegValue> ReadValue(RegistryStore& store, std::string_view path, s
 
 // Opens the key for writing, creating it when it cannot be opened, and hands
 // it to write. The key is created at most once: a key that can neither be
-// opened nor created is given up silently.
+// opened nor created is given up, with the store's reason for it.
 template <typename Write>
-void WithWritableKey(RegistryStore& store, std::string_view path, Write write) {
+long WithWritableKey(RegistryStore& store, std::string_view path, Write write) {
+    long rc = kErrorSuccess;
     for (int attempt = 0; attempt < 2; ++attempt) {
-        const RegHandle handle = Open(store, path, RegAccess::Write);
+        const RegHandle handle = Open(store, path, RegAccess::Write, &rc);
         if (handle != kNoHandle) {
-            write(handle);
+            rc = write(handle);
             store.CloseKey(handle);
-            return;
+            return rc;
         }
         if (attempt == 0) {
-            CreateRegKey(store, path);
+            const long created = CreateRegKey(store, path);
+            if (created != kErrorSuccess) {
+                return created;
+            }
         }
     }
+    return rc;
 }
 
 std::vector<std::uint8_t> Utf16Data(std::string_view text) {
@@ -172,10 +176,10 @@ std::string GetRegString(RegistryStore& store, std::string_view path, std::strin
     return CodePointsToUtf8(CutAtNull(TrimBlanks(buffer)));
 }
 
-void SetRegString(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {
-    WithWritableKey(store, path, [&](RegHandle handle) {
+long SetRegString(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {
+    return WithWritableKey(store, path, [&](RegHandle handle) {
         // The count leaves out the terminating NUL.
-        store.SetValue(handle, name, RegValue{kRegSz, Utf16Data(text)});
+        return store.SetValue(handle, name, RegValue{kRegSz, Utf16Data(text)});
     });
 }
 
@@ -195,13 +199,14 @@ std::int32_t GetRegDword(RegistryStore& store, std::string_view path, std::strin
     return static_cast<std::int32_t>(number);
 }
 
-void SetRegDword(RegistryStore& store, std::string_view path, std::string_view name, std::int32_t number) {
-    WithWritableKey(store, path, [&](RegHandle handle) {
+long SetRegDword(RegistryStore& store, std::string_view path, std::string_view name, std::int32_t number) {
+    return WithWritableKey(store, path, [&](RegHandle handle) {
         const auto n = static_cast<std::uint32_t>(number);
-        store.SetValue(handle, name,
-                       RegValue{kRegDword,
-                                {static_cast<std::uint8_t>(n), static_cast<std::uint8_t>(n >> 8),
-                                 static_cast<std::uint8_t>(n >> 16), static_cast<std::uint8_t>(n >> 24)}});
+        return store.SetValue(
+            handle, name,
+            RegValue{kRegDword,
+                     {static_cast<std::uint8_t>(n), static_cast<std::uint8_t>(n >> 8),
+                      static_cast<std::uint8_t>(n >> 16), static_cast<std::uint8_t>(n >> 24)}});
     });
 }
 
@@ -215,40 +220,46 @@ std::string GetRegBinary(RegistryStore& store, std::string_view path, std::strin
     return CodePointsToUtf8(AnsiData(*value));
 }
 
-void SetRegBinary(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {
-    WithWritableKey(store, path, [&](RegHandle handle) {
+long SetRegBinary(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text) {
+    return WithWritableKey(store, path, [&](RegHandle handle) {
         std::vector<std::uint8_t> bytes;
         for (char32_t c : Utf8ToCodePoints(text)) {
             bytes.push_back(CodePointToAnsi(c));
         }
-        store.SetValue(handle, name, RegValue{kRegBinary, std::move(bytes)});
+        return store.SetValue(handle, name, RegValue{kRegBinary, std::move(bytes)});
     });
 }
 
-void DeleteRegValue(RegistryStore& store, std::string_view path, std::string_view name) {
-    const RegHandle handle = Open(store, path, RegAccess::Write);
+long DeleteRegValue(RegistryStore& store, std::string_view path, std::string_view name) {
+    long rc = kErrorSuccess;
+    const RegHandle handle = Open(store, path, RegAccess::Write, &rc);
     if (handle != kNoHandle) {
-        store.DeleteValue(handle, name);
+        rc = store.DeleteValue(handle, name);
         store.CloseKey(handle);
     }
+    return rc;
 }
 
-void DeleteRegKey(RegistryStore& store, std::string_view parentPath, std::string_view subkey) {
-    const RegHandle handle = Open(store, parentPath, RegAccess::Write);
+long DeleteRegKey(RegistryStore& store, std::string_view parentPath, std::string_view subkey) {
+    long rc = kErrorSuccess;
+    const RegHandle handle = Open(store, parentPath, RegAccess::Write, &rc);
     if (handle != kNoHandle) {
-        store.DeleteSubKey(handle, subkey);
+        rc = store.DeleteSubKey(handle, subkey);
         store.CloseKey(handle);
     }
+    return rc;
 }
 
-void CreateRegKey(RegistryStore& store, std::string_view path) {
+long CreateRegKey(RegistryStore& store, std::string_view path) {
     std::string subkey(path);
     RootKey root = RootKey::None;
     SplitRegPath(subkey, root);
     RegHandle handle = kNoHandle;
-    if (store.CreateKey(root, subkey, handle) == kErrorSuccess) {
+    const long rc = store.CreateKey(root, subkey, handle);
+    if (rc == kErrorSuccess) {
         store.CloseKey(handle);
     }
+    return rc;
 }
 
 bool RegKeyExists(RegistryStore& store, std::string_view path) {
@@ -324,6 +335,45 @@ std::size_t EnumRegValues(RegistryStore& store, std::string_view path, std::vect
     }
     store.CloseKey(handle);
     return count;
+}
+
+std::size_t EnumRegRawValues(RegistryStore& store, std::string_view path,
+                             std::vector<std::pair<std::string, RegValue>>& values) {
+    const RegHandle handle = Open(store, path, RegAccess::Read);
+    if (handle == kNoHandle) {
+        return 0;
+    }
+    std::size_t count = 0;
+    for (std::uint32_t index = 0;; ++index) {
+        std::string name;
+        RegValue value;
+        if (store.EnumValue(handle, index, name, value) != kErrorSuccess) {
+            break;
+        }
+        values.emplace_back(std::move(name), std::move(value));
+        ++count;
+    }
+    store.CloseKey(handle);
+    return count;
+}
+
+std::string RegErrorText(long code) {
+    switch (code) {
+        case kErrorSuccess:
+            return "The operation completed successfully.";
+        case kErrorFileNotFound:
+            return "The system cannot find the file specified.";
+        case kErrorAccessDenied:
+            return "Access is denied.";
+        case kErrorInvalidHandle:
+            return "The handle is invalid.";
+        case kErrorInvalidParameter:
+            return "The parameter is incorrect.";
+        case kErrorBadPathname:
+            return "The specified path is invalid.";
+        default:
+            return "Error " + std::to_string(code) + ".";
+    }
 }
 
 std::string TrimAtNull(std::string_view text) {

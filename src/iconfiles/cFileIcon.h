@@ -50,6 +50,8 @@ static_assert(sizeof(IconDirEntry) == 16, "ICONDIRENTRY is 16 bytes in an icon f
 inline constexpr std::size_t kIconHeaderSize = 6;
 inline constexpr std::size_t kIconDirEntrySize = 16;
 inline constexpr std::size_t kGroupDirEntrySize = 14;
+static_assert(sizeof(IconHeader) == kIconHeaderSize, "ICONDIR's header is 6 bytes");
+static_assert(sizeof(IconDirEntry) == kIconDirEntrySize);
 // All image data of one icon together may not exceed this; a hostile directory
 // could otherwise name the same large image thousands of times.
 inline constexpr std::size_t kMaxIconBytes = 64u << 20;

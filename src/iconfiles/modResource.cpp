@@ -1,10 +1,10 @@
 #include "iconfiles/modResource.h"
 
 #include "foundation/FileIo.h"
-
+#include "iconfiles/PeRecords.h"
 #include "iconfiles/cFileIcon.h"
 
-#include <fstream>
+#include <cstddef>
 #include <string>
 
 namespace glyphmoor {
@@ -41,15 +41,15 @@ const ResourceData* ResourceDirectory::Find(const ResourceId& type, const Resour
 
 Result<ResourceDirectory> ReadResourceDirectory(std::span<const std::byte> file) {
     const ByteReader r(file);
-    if (r.U16(0) != 0x5a4d) {  // "MZ"
+    if (r.U16(0) != pe::DosHeader{}.magic) {
         return Fail("the file is not an executable or library (it does not start with MZ)");
     }
-    const auto next = r.U32(0x3c);
+    const auto next = r.U32(offsetof(pe::DosHeader, peOffset));
     if (!next) {
         return Fail("the file is an MS-DOS program without Windows resources");
     }
     const auto signature = r.U16(*next);
-    if (signature == 0x4550 && r.U16(*next + 2) == 0) {  // "PE\0\0"
+    if (r.U32(*next) == pe::kPeSignature) {
         return ReadPeResources(r, *next);
     }
     if (signature == 0x454e) {  // "NE"
@@ -97,7 +97,7 @@ bool LooksLikeIconFile(std::span<const std::byte> head) {
 }
 
 bool StartsWithMz(std::span<const std::byte> head) {
-    return ByteReader(head).U16(0) == 0x5a4d;
+    return ByteReader(head).U16(0) == pe::DosHeader{}.magic;
 }
 
 }  // namespace
@@ -116,10 +116,6 @@ int IconCountOfFile(const std::filesystem::path& file) {
 
 Status LoadIconOfModule(const ExecutableModule& module, int index, cFileIcon& icon) {
     const auto groups = module.IconGroups();
-    if (index == -1) {
-        icon.Clear();
-        return Fail("index -1 asks for the number of icons, not an icon");
-    }
     if (index >= 0 && static_cast<std::size_t>(index) >= groups.size()) {
         icon.Clear();
         return Fail("the file has " + std::to_string(groups.size()) + " icons, so there is no icon " +

@@ -89,7 +89,8 @@ int IconCountOfFile(const std::filesystem::path& file);
 // Icon `index` of a file as ExtractIconA finds it: the only icon of an icon
 // file at index 0; in an executable the index-th icon group in directory
 // order, or, for a negative index, the group whose resource id is the
-// index's absolute value (-1 asks Windows for the count, so it finds none).
+// index's absolute value, as the shell reads an icon location ("shell32.dll,-1"
+// is the group with id 1; only ExtractIconA itself takes -1 for the count).
 Status LoadIconOfFile(const std::filesystem::path& file, int index, cFileIcon& icon);
 Status LoadIconOfModule(const ExecutableModule& module, int index, cFileIcon& icon);
 

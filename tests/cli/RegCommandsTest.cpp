@@ -30,8 +30,8 @@ TEST(RegCommands, WritesAreReadBackByEveryReadCommand) {
         {{"reg", "read-binary", kKey, "b"}, "00e9ff41\n"},
         {{"reg", "read-binary", kKey, "absent"}, "Error\n"},
         {{"reg", "values", kKey},
-         "(Default)\tdefault text\nb\t\\x00\\xe9\\xffA\nbig\t\\xff\\xff\\xff\\xff\n"
-         "n\t\\xfb\\xff\\xff\\xff\nname\t  padded  \n"},
+         "(Default)\tdefault text\nb\thex:00,e9,ff,41\nbig\tdword:ffffffff (4294967295)\n"
+         "n\tdword:fffffffb (4294967291)\nname\t  padded  \n"},
         {{"reg", "create-key", std::string(kKey) + "\\Sub\\Deeper"}, ""},
         {{"reg", "keys", kKey}, "Sub\n"},
         {{"reg", "exists", std::string(kKey) + "\\Sub\\Deeper"}, "true\n"},
@@ -70,6 +70,81 @@ TEST(RegCommands, BadCommandLinesAreRefusedWithUsage) {
         EXPECT_NE(run.err.find(c.err), std::string::npos) << run.err;
         EXPECT_EQ(run.out, "");
     }
+}
+
+TEST(RegCommands, ValuesShowEachTypeAsWhatItIs) {
+    TempMachine machine(Win98System(),
+                        "\n[Software\\\\Types] 0\n"
+                        "\"binary\"=hex:00,01,fe\n"
+                        "\"empty binary\"=hex:\n"
+                        "\"expand\"=str(2):\"%windir%\\\\a\"\n"
+                        "\"multi\"=str(7):\"one\\0two\\0\"\n"
+                        "\"number\"=dword:0000002a\n"
+                        "\"odd\"=hex(4):01,02\n"
+                        "\"qword\"=hex(b):01,00,00,00,00,00,00,00\n"
+                        "\"text\"=\"caf\\x00e9\\tx\"\n");
+    const CliRun run = Cli(machine, {"reg", "values", "HKEY_CURRENT_USER\\Software\\Types"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out,
+              "binary\thex:00,01,fe\n"
+              "empty binary\thex:\n"
+              "expand\t%windir%\\a\n"
+              "multi\tone\\x00two\n"
+              "number\tdword:0000002a (42)\n"
+              "odd\thex(4):01,02\n"
+              "qword\thex(11):01,00,00,00,00,00,00,00\n"
+              "text\tcaf\\xe9\\x09x\n");
+}
+
+TEST(RegCommands, AChangeThatStoresNothingFailsWithTheReason) {
+    TempMachine machine;
+    struct Case {
+        std::vector<std::string> args;
+        std::string err;
+    };
+    const Case cases[] = {
+        {{"reg", "write", "HKEY_NOPE\\Software", "v", "x"}, "'HKEY_NOPE' is not a root key"},
+        {{"reg", "write", "HKEY_DYN_DATA\\Software", "v", "x"}, "The handle is invalid."},
+        {{"reg", "write", "", "v", "x"}, "an empty path: '' is not a root key"},
+        {{"reg", "write", "\\", "v", "x"}, "'' is not a root key"},
+        {{"reg", "write", "HKEY_USERS\\S-1-5-99", "v", "x"}, "Access is denied."},
+        {{"reg", "write-dword", "HKEY_NOPE", "v", "1"}, "'HKEY_NOPE' is not a root key"},
+        {{"reg", "write-binary", "HKEY_USERS\\S-1-5-99\\k", "v", "00"}, "Access is denied."},
+        {{"reg", "create-key", "HKEY_NOPE\\k"}, "'HKEY_NOPE' is not a root key"},
+        {{"reg", "write", "HKEY_CURRENT_USER\\\\Software", "v", "x"}, "The specified path is invalid."},
+        {{"reg", "delete-key", "HKEY_CURRENT_USER\\Software", "Absent"}, "cannot find"},
+        {{"reg", "delete-key", "HKEY_CURRENT_USER\\Absent", "Child"}, "cannot find"},
+    };
+    const std::string before = machine.Folder().Read("user.reg");
+    for (const auto& c : cases) {
+        const CliRun run = Cli(machine, c.args);
+        EXPECT_EQ(run.status, 1) << c.args[1] << " " << c.args[2];
+        EXPECT_NE(run.err.find(c.err), std::string::npos) << run.err;
+        EXPECT_NE(run.err.find("reg " + c.args[1]), std::string::npos) << run.err;
+    }
+    EXPECT_EQ(machine.Folder().Read("user.reg"), before);
+}
+
+TEST(RegCommands, ShortRootNamesAreTheRootsTheyStandFor) {
+    TempMachine machine;
+    struct Case {
+        std::string shortPath;
+        std::string fullPath;
+    };
+    const Case cases[] = {
+        {"HKCU\\Software\\Short", "HKEY_CURRENT_USER\\Software\\Short"},
+        {"hklm\\Software\\Short", "HKEY_LOCAL_MACHINE\\Software\\Short"},
+        {"HKCR\\.short", "HKEY_CLASSES_ROOT\\.short"},
+        {"HKU\\.Default\\Short", "HKEY_USERS\\.Default\\Short"},
+        {"HkCc\\Short", "HKEY_CURRENT_CONFIG\\Short"},
+    };
+    for (const auto& c : cases) {
+        ASSERT_EQ(Cli(machine, {"reg", "write", c.shortPath, "v", "short"}).status, 0) << c.shortPath;
+        EXPECT_EQ(Cli(machine, {"reg", "read", c.fullPath, "v"}).out, "short\n") << c.shortPath;
+        EXPECT_EQ(Cli(machine, {"reg", "read", c.shortPath, "v"}).out, "short\n") << c.shortPath;
+        EXPECT_EQ(Cli(machine, {"reg", "exists", c.shortPath}).out, "true\n") << c.shortPath;
+    }
+    EXPECT_EQ(Cli(machine, {"reg", "write", "HKCUX\\Software", "v", "x"}).status, 1);
 }
 
 TEST(RegCommands, AMachineThatCannotBeOpenedIsNamedInTheError) {

@@ -171,3 +171,99 @@ TEST(MachineRegistry, WineLinkKeysAreFollowed) {
 
 }  // namespace
 }  // namespace glyphmoor::test
+
+namespace glyphmoor::test {
+namespace {
+
+// A hive section header for a key `depth` levels deep, each level named `name`.
+std::string DeepKey(std::size_t depth, const std::string& name) {
+    std::string path = name;
+    for (std::size_t i = 1; i < depth; ++i) {
+        path += "\\\\" + name;
+    }
+    return "\n[" + path + "] 0\n\"v\"=\"deep\"\n";
+}
+
+TEST(MachineRegistry, HiveKeysBeyondWindowsLimitsAreRefusedWithFileAndLine) {
+    struct Case {
+        const char* what;
+        std::string body;
+        const char* says;  // empty: the hive loads
+    };
+    const Case cases[] = {
+        {"512 levels", DeepKey(512, "k"), ""},
+        {"513 levels", DeepKey(513, "k"), "user.reg:6: a key more than 512 levels deep"},
+        {"200,000 levels", DeepKey(200000, "k"), "user.reg:6: a key more than 512 levels deep"},
+        {"a name of 255 characters", DeepKey(2, std::string(255, 'n')), ""},
+        {"a name of 256 characters", DeepKey(2, std::string(256, 'n')),
+         "user.reg:6: a key name longer than 255 characters"},
+    };
+    for (const auto& c : cases) {
+        TempMachine folder(Win98System(), c.body);
+        auto machine = OpenMachineFolder(folder.Dir());
+        if (std::string_view(c.says).empty()) {
+            ASSERT_TRUE(machine.ok()) << c.what << ": " << machine.reason();
+            continue;
+        }
+        ASSERT_FALSE(machine.ok()) << c.what;
+        EXPECT_NE(machine.reason().find(c.says), std::string::npos) << c.what << ": " << machine.reason();
+    }
+}
+
+TEST(MachineRegistry, WritesBeyondWindowsLimitsAreRefused) {
+    auto deep = [](std::size_t depth) {
+        std::string path = "HKEY_CURRENT_USER\\k";
+        for (std::size_t i = 1; i < depth; ++i) {
+            path += "\\k";
+        }
+        return path;
+    };
+    struct Case {
+        const char* what;
+        std::string path;
+        long rc;
+    };
+    const Case cases[] = {
+        {"512 levels", deep(512), kErrorSuccess},
+        {"513 levels", deep(513), kErrorInvalidParameter},
+        {"24,000 levels", deep(24000), kErrorInvalidParameter},
+        {"a name of 255 characters", "HKEY_CURRENT_USER\\" + std::string(255, 'n'), kErrorSuccess},
+        {"a name of 256 characters", "HKEY_CURRENT_USER\\" + std::string(256, 'n'), kErrorInvalidParameter},
+        {"classes 511 levels below their root", "HKEY_CLASSES_ROOT" + deep(511).substr(17),
+         kErrorAccessDenied},
+    };
+    for (const auto& c : cases) {
+        TempMachine folder;
+        auto machine = folder.Open();
+        EXPECT_EQ(SetRegString(machine->Registry(), c.path, "v", "x"), c.rc) << c.what;
+        EXPECT_EQ(GetRegString(machine->Registry(), c.path, "v"), c.rc == kErrorSuccess ? "x" : "Error")
+            << c.what;
+        ASSERT_TRUE(machine->Save().ok()) << c.what;
+        EXPECT_EQ(GetRegString(folder.Open()->Registry(), c.path, "v"), c.rc == kErrorSuccess ? "x" : "Error")
+            << c.what;
+    }
+}
+
+TEST(MachineRegistry, TextsReadAsTheHiveStoresThem) {
+    // What RegQueryValueExA counts: a NUL only where one is stored.
+    struct Case {
+        const char* stored;
+        std::string binary;
+    };
+    const Case cases[] = {
+        {"hex(1):61,00,62,00", "ab"},
+        {"hex(1):", ""},
+        {"hex(2):25,00,61,00,25,00", "%a%"},
+        {"\"ab\"", std::string("ab\0", 3)},
+        {"str(2):\"%a%\"", std::string("%a%\0", 4)},
+    };
+    for (const auto& c : cases) {
+        TempMachine folder(Win98System(), std::string("\n[Software] 0\n\"v\"=") + c.stored + "\n");
+        auto machine = folder.Open();
+        EXPECT_EQ(GetRegBinary(machine->Registry(), "HKEY_CURRENT_USER\\Software", "v"), c.binary)
+            << c.stored;
+    }
+}
+
+}  // namespace
+}  // namespace glyphmoor::test

@@ -3,6 +3,7 @@
 // with sentinels, and WritePrivateProfileStringA followed by a whole-file
 // comparison. Runs in the Windows build (under Wine in the project's own runs).
 #include "foundation/FileIo.h"
+#include "foundation/TextEncoding.h"
 #include "foundation/modProfile.h"
 #include "support/TempMachine.h"
 
@@ -89,16 +90,25 @@ std::string Call(const std::filesystem::path& file, const Query& q, bool windows
     return buffer;
 }
 
+// The test file with the line end a parameter names, or in UTF-16 with its
+// byte-order mark (and CRLF) for "utf16".
+std::string FileBytes(const std::string& param) {
+    std::string text = kFile;
+    if (param == "utf16") {
+        return "\xFF\xFE" + Utf16ToBytes(Utf8ToUtf16(text));
+    }
+    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos;
+         pos = text.find("\r\n", pos + param.size())) {
+        text.replace(pos, 2, param);
+    }
+    return text;
+}
+
 class ProfileAgainstWindows : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ProfileAgainstWindows, ReadsGiveWhatWindowsGives) {
     TempDir dir;
-    std::string text = kFile;
-    const std::string ending = GetParam();
-    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos;
-         pos = text.find("\r\n", pos + ending.size())) {
-        text.replace(pos, 2, ending);
-    }
+    const std::string text = FileBytes(GetParam());
     dir.Write("test.ini", text);
     const auto file = dir.Path() / "test.ini";
     for (std::uint32_t i = 0; i < std::size(kQueries); ++i) {
@@ -161,12 +171,7 @@ TEST_P(ProfileAgainstWindows, WritesLeaveFilesThatReadAsWindowsLeavesThem) {
         {"Desktop Icons", "quoted", "  spaced  "},
     };
     TempDir dir;
-    std::string text = kFile;
-    const std::string ending = GetParam();
-    for (std::size_t pos = text.find("\r\n"); pos != std::string::npos;
-         pos = text.find("\r\n", pos + ending.size())) {
-        text.replace(pos, 2, ending);
-    }
+    const std::string text = FileBytes(GetParam());
     dir.Write("windows.ini", text);
     dir.Write("portable.ini", text);
     for (const auto& w : writes) {
@@ -179,13 +184,17 @@ TEST_P(ProfileAgainstWindows, WritesLeaveFilesThatReadAsWindowsLeavesThem) {
         EXPECT_EQ(Meaning(dir.Path() / "portable.ini"), Meaning(dir.Path() / "windows.ini"))
             << "after writing [" << w.section << "] " << (w.key ? w.key : "(section)");
     }
+    // Both keep the file's encoding.
+    EXPECT_EQ(dir.Read("portable.ini").substr(0, 2), dir.Read("windows.ini").substr(0, 2));
 }
 
-INSTANTIATE_TEST_SUITE_P(LineEndings, ProfileAgainstWindows, ::testing::Values("\r\n", "\n", "\r"),
+INSTANTIATE_TEST_SUITE_P(LineEndings, ProfileAgainstWindows, ::testing::Values("\r\n", "\n", "\r", "utf16"),
                          [](const auto& param) {
-                             return std::string(param.param) == "\r\n" ? "CRLF"
-                                    : std::string(param.param) == "\n" ? "LF"
-                                                                       : "CR";
+                             const std::string name = param.param;
+                             return name == "\r\n" ? "CRLF"
+                                    : name == "\n" ? "LF"
+                                    : name == "\r" ? "CR"
+                                                   : "UTF16";
                          });
 
 }  // namespace

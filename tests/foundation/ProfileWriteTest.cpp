@@ -1,6 +1,7 @@
 // WritePrivateProfileStringA, checked byte for byte against the whole file
 // after every step; saves are transactional.
 #include "foundation/HostFiles.h"
+#include "foundation/TextEncoding.h"
 #include "foundation/modProfile.h"
 #include "support/TempMachine.h"
 
@@ -9,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace glyphmoor {
@@ -216,6 +218,57 @@ TEST(ProfileWrite, TextLevelWritesTheCodePage) {
     ASSERT_TRUE(WriteProfileValue(path, "Caf\xC3\xA9", "\xE2\x82\xAC", "na\xC3\xAFve \xE6\x97\xA5").ok());
     EXPECT_EQ(ReadAll(path), "[Caf\xE9]\r\n\x80=na\xEFve ?\r\n");
     EXPECT_EQ(ReadProfileValue(path, "CAF\xC3\x89", "\xE2\x82\xAC"), "na\xC3\xAFve ?");
+}
+
+TEST(ProfileWrite, AUnicodeFileIsReadAndWrittenInItsOwnEncoding) {
+    struct Case {
+        const char* what;
+        std::string mark;
+        bool little;
+    };
+    const Case cases[] = {{"UTF-16LE", "\xFF\xFE", true}, {"UTF-16BE", "\xFE\xFF", false}};
+    auto encode = [](const Case& c, std::string_view utf8) {
+        std::string bytes = c.mark;
+        for (const char16_t unit : Utf8ToUtf16(utf8)) {
+            const auto low = static_cast<char>(unit & 0xFF);
+            const auto high = static_cast<char>(unit >> 8);
+            bytes += c.little ? std::string{low, high} : std::string{high, low};
+        }
+        return bytes;
+    };
+    // A line the code page cannot hold must survive a write to another line.
+    const std::string before = "[Theme]\r\nName=\xE6\x97\xA5\xE6\x9C\xAC\r\nWallpaper=old.bmp\r\n";
+    for (const auto& c : cases) {
+        test::TempDir dir;
+        const auto path = dir.Path() / "theme.ini";
+        dir.Write("theme.ini", encode(c, before));
+        EXPECT_EQ(ReadProfileValue(path, "Theme", "Wallpaper"), "old.bmp") << c.what;
+        EXPECT_EQ(ReadProfileValue(path, "Theme", "Name"), "??") << c.what;
+        ASSERT_TRUE(WriteProfileValue(path, "theme", "Wallpaper", "caf\xC3\xA9.bmp").ok());
+        ASSERT_TRUE(WriteProfileValue(path, "Sounds", "Start", "ding.wav").ok());
+        EXPECT_EQ(ReadAll(path),
+                  encode(c,
+                         "[Theme]\r\nName=\xE6\x97\xA5\xE6\x9C\xAC\r\nWallpaper=caf\xC3\xA9.bmp\r\n"
+                         "[Sounds]\r\nStart=ding.wav\r\n"))
+            << c.what;
+        EXPECT_EQ(ReadProfileValue(path, "Theme", "Wallpaper"), "caf\xC3\xA9.bmp") << c.what;
+    }
+}
+
+TEST(ProfileWrite, TwoWritersAtOnceLoseNoUpdate) {
+    test::TempDir dir;
+    const auto path = dir.Path() / "shared.ini";
+    constexpr int kEach = 40;
+    auto writer = [&](const std::string& prefix) {
+        for (int i = 0; i < kEach; ++i) {
+            EXPECT_TRUE(WriteProfileValue(path, "Keys", prefix + std::to_string(i), "1").ok());
+        }
+    };
+    std::thread first(writer, "a");
+    std::thread second(writer, "b");
+    first.join();
+    second.join();
+    EXPECT_EQ(ReadProfileKeys(path, "Keys", 4096).size(), 2U * kEach);
 }
 
 }  // namespace

@@ -172,6 +172,37 @@ TEST_P(RegistryContract, DeletionsRemoveWhatTheyNameAndIgnoreWhatIsAbsent) {
     EXPECT_EQ(RegKeyExists(Store(), Key("tree")), !m_backend->DeletesSubtrees());
 }
 
+TEST_P(RegistryContract, AnEmptyTextStoresNoBytes) {
+    ASSERT_EQ(SetRegString(Store(), Key(), "empty", ""), kErrorSuccess);
+    RegHandle key = kNoHandle;
+    ASSERT_EQ(Store().OpenKey(RootKey::CurrentUser, Key().substr(18), RegAccess::Read, key), kErrorSuccess);
+    RegValue stored;
+    EXPECT_EQ(Store().QueryValue(key, "empty", stored), kErrorSuccess);
+    Store().CloseKey(key);
+    EXPECT_EQ(stored, (RegValue{kRegSz, {}}));
+    EXPECT_EQ(GetRegBinary(Store(), Key(), "empty"), "");
+    EXPECT_EQ(GetRegString(Store(), Key(), "empty"), "");
+}
+
+TEST_P(RegistryContract, OnlyALeadingEmptyNameKeepsAPathFromOpening) {
+    CreateRegKey(Store(), Key("child"));
+    const std::string subkey = Key().substr(std::string("HKEY_CURRENT_USER\\").size());
+    struct Case {
+        std::string path;
+        bool opens;
+    };
+    const Case cases[] = {
+        {"HKEY_CURRENT_USER\\\\" + subkey, false},  // the subkey starts with a backslash
+        {"HKEY_CURRENT_USER\\" + subkey + "\\\\child", true},
+        {"HKEY_CURRENT_USER\\" + subkey + "\\child\\", true},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(RegKeyExists(Store(), c.path), c.opens) << c.path;
+    }
+    EXPECT_EQ(SetRegString(Store(), cases[0].path, "v", "x"), kErrorBadPathname);
+    EXPECT_EQ(GetRegString(Store(), Key(), "v"), "Error");
+}
+
 TEST_P(RegistryContract, SplitRegPathSeparatesRootAndSubkey) {
     struct Case {
         std::string path;

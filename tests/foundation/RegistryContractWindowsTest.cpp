@@ -6,6 +6,8 @@
 #include "foundation/WindowsRegistry.h"
 #include "foundation/modRegistry.h"
 
+#include <windows.h>
+
 namespace glyphmoor::test {
 namespace {
 
@@ -39,6 +41,42 @@ private:
     void Clean() { DeleteTree(m_registry, "HKEY_CURRENT_USER\\Software", "GlyphmoorContract"); }
     WindowsRegistry m_registry;
 };
+
+// Texts as Windows keeps their bytes, stored past the registry module with the
+// wide function, read by the registry module and by RegQueryValueExA: both
+// give the same bytes.
+TEST(WindowsRegistryTexts, ReadsCountWhatRegQueryValueExACounts) {
+    struct Case {
+        const char* what;
+        DWORD type;
+        std::u16string units;  // stored with the count of these, a non-NUL unit after them
+    };
+    const Case cases[] = {
+        {"empty", REG_SZ, u""},
+        {"without its NUL", REG_SZ, u"ab"},
+        {"with its NUL", REG_SZ, std::u16string(u"ab\0", 3)},
+        {"expandable without its NUL", REG_EXPAND_SZ, u"%a%"},
+        {"expandable with its NUL", REG_EXPAND_SZ, std::u16string(u"%a%\0", 4)},
+    };
+    WindowsBackend backend;
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\GlyphmoorContract", 0, nullptr, 0,
+                                KEY_ALL_ACCESS, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    for (const auto& c : cases) {
+        std::u16string buffer = c.units + u"x";
+        ASSERT_EQ(::RegSetValueExW(key, L"v", 0, c.type, reinterpret_cast<const BYTE*>(buffer.data()),
+                                   static_cast<DWORD>(c.units.size() * 2)),
+                  ERROR_SUCCESS);
+        std::string ansi(64, '\x7f');
+        DWORD size = static_cast<DWORD>(ansi.size());
+        ASSERT_EQ(::RegQueryValueExA(key, "v", nullptr, nullptr, reinterpret_cast<BYTE*>(ansi.data()), &size),
+                  ERROR_SUCCESS);
+        ansi.resize(size);
+        EXPECT_EQ(GetRegBinary(backend.Store(), std::string(kScratch), "v"), ansi) << c.what;
+    }
+    ::RegCloseKey(key);
+}
 
 INSTANTIATE_TEST_SUITE_P(Windows, RegistryContract,
                          ::testing::Values(RegistryBackendFactory{

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -112,6 +113,44 @@ TEST_F(IconCommands, ExtractAllWritesEveryGroup) {
     const Outcome bad = Call("extract-all", {dir + "/bad.dll", dir + "/all"});
     EXPECT_NE(bad.status, 0);
     EXPECT_NE(bad.err.find("bad.dll"), std::string::npos);
+}
+
+TEST_F(IconCommands, ExtractTakesANegativeIndexForAResourceId) {
+    struct Case {
+        const char* index;
+        int status;
+        int group;  // which of the fixture's icons, by resource id
+    };
+    const Case cases[] = {{"-1", 0, 1}, {"-2", 0, 2}, {"-3", 1, 0}};
+    for (const auto& c : cases) {
+        std::filesystem::remove(dir + "/out.ico");
+        const Outcome run = Call("extract", {dir + "/lib.dll", c.index, dir + "/out.ico"});
+        ASSERT_EQ(run.status, c.status) << c.index << ": " << run.err;
+        if (c.group != 0) {
+            cFileIcon expected;
+            ASSERT_TRUE(LoadIconOfFile(dir + "/lib.dll", c.group - 1, expected).ok());
+            EXPECT_EQ(test::ReadAll(dir + "/out.ico"), expected.ToBytes()) << c.index;
+        }
+    }
+}
+
+TEST_F(IconCommands, ExtractAllOfADamagedLibraryWritesNothing) {
+    std::vector<cFileIcon> icons;
+    for (int i = 0; i < 4; ++i) {
+        icons.push_back(test::MakeIcon({{32, 4}}));
+    }
+    auto resources = IconLibraryResources(icons, {});
+    // One image is gone: its group cannot be read, the other three can.
+    const auto image = std::find_if(resources.rbegin(), resources.rend(),
+                                    [](const RawResource& r) { return r.type == ResourceId::Number(3); });
+    ASSERT_NE(image, resources.rend());
+    resources.erase(std::next(image).base());
+    test::WriteAll(dir + "/cut.dll", BuildResourceOnlyPe(resources, {}));
+
+    const Outcome run = Call("extract-all", {dir + "/cut.dll", dir + "/all"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("no file was written"), std::string::npos) << run.err;
+    EXPECT_TRUE(std::filesystem::is_empty(dir + "/all"));
 }
 
 }  // namespace

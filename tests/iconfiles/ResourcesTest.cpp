@@ -340,7 +340,7 @@ TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
         {"/lib.dll", 2, -1},   // past the last
         {"/lib.dll", -7, 2},   // resource id 7
         {"/lib.dll", -3, -1},  // no group 3
-        {"/lib.dll", -1, -1},  // -1 asks for the count
+        {"/lib.dll", -1, -1},  // no group 1
         {"/lib.dll", -70000, -1}, {"/one.ico", 0, 1},     {"/one.ico", 1, -1},
         {"/notes.txt", 0, -1},    {"/count0.ico", 0, -1},
     };

@@ -153,9 +153,9 @@ TEST_F(MsgboxTest, EveryMessageFollowsTheRulesOfAMessage) {
     }
 }
 
-// What the texts say where it matters: the arguments and the machine's
-// Windows name in their places, the keyword the help button looks up, and
-// the texts whose wording is the program's own, spelling included.
+// What the texts say where it matters: the arguments in their places, the
+// keyword the help button looks up, and the texts whose wording is the
+// program's own, spelling included. (The Windows name: WindowsNameFollowsTheFlavour.)
 TEST_F(MsgboxTest, TextsCarryTheirArgumentsAndTheProgramsWording) {
     const auto textOf = [this](const std::function<int(MsgContext&)>& call) {
         ScriptedPrompt prompt(m_system, m_app.helpFile, {PromptAnswer::Press(0)});
@@ -170,9 +170,6 @@ TEST_F(MsgboxTest, TextsCarryTheirArgumentsAndTheProgramsWording) {
         {"MsgInvalidThemeFile", "The file C:\\Themes\\Broken.gmtheme does not"},
         {"MsgConfirmDeleteTheme", "the theme 'Ocean Blue' and all the icons"},
         {"MsgConfirmPermanentDelete", "permanently delete 'Volume Control'?"},
-        {"MsgConfirmRestorePointers", "Restoring all your Windows 98 pointers will"},
-        {"MsgConfirmRestoreIcons", "Restoring all your Windows 98 system icons will"},
-        {"MsgConfirmRestoreSettings", "Restoring all your Windows 98 system settings will"},
         {"MsgShellNotified",
          "Glyphmoor has notified Windows 98 of your changes.\n\nWindows 95 and Windows NT contains flaws"},
         {"MsgConfirmDisableDesktop", "which may make this change irreversable."},

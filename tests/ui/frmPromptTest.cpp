@@ -68,7 +68,6 @@ class frmPromptTest : public QObject {
 
 private slots:
     void oneButtonNoticeSitsAtTheFarRight();
-    void shortTextKeepsTheLabelAsTallAsTheIcon();
     void longTextPushesTheButtonsDown();
     void checkBoxMakesTheDialogTaller();
     void centredOverTheParent();
@@ -100,21 +99,6 @@ void frmPromptTest::oneButtonNoticeSitsAtTheFarRight() {
     };
     prompt.SetPromptText("Short.");
     prompt.ShowPrompt("", "", "OK", 32516, 0, "");
-}
-
-void frmPromptTest::shortTextKeepsTheLabelAsTallAsTheIcon() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        auto* label = dialog.findChild<QLabel*>("capMsg");
-        auto* icon = dialog.findChild<QLabel*>("picIcon");
-        QCOMPARE(label->height(), dialog.PixelsDown(495));
-        QCOMPARE(label->width(), dialog.PixelsAcross(4200));
-        QVERIFY(!icon->pixmap().isNull());
-        QVERIFY(Command(dialog, 0)->y() > icon->geometry().bottom());
-        QVERIFY(label->geometry().left() > icon->geometry().right());
-    };
-    prompt.SetPromptText("Short.");
-    prompt.ShowPrompt("", "", "OK", 32513, 0, "");
 }
 
 void frmPromptTest::longTextPushesTheButtonsDown() {
