@@ -11,17 +11,14 @@
 namespace glyphmoor {
 namespace {
 
+#ifdef __linux__
 // The raw form Wine reads, where there is one to look at.
 std::string StoredDosAttrib(const std::filesystem::path& path) {
-#ifdef __linux__
     char text[32] = {};
     const auto n = ::getxattr(path.c_str(), "user.DOSATTRIB", text, sizeof text - 1);
     return n < 0 ? std::string("(none)") : std::string(text, static_cast<std::size_t>(n));
-#else
-    (void)path;
-    return "(none)";
-#endif
 }
+#endif
 
 TEST(HostAttributes, WhatWineKeepsAndReports) {
     test::TempDir dir;
