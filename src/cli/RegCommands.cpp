@@ -74,7 +74,6 @@ std::string FullPath(const std::string& path) {
 // A value's data as `reg values` shows it: texts as text (without their
 // stored NUL), a number as dword: in hex and decimal, anything else as hex.
 std::string ShowValue(const RegValue& value) {
-    static constexpr char kDigits[] = "0123456789abcdef";
     const auto& d = value.data;
     if ((value.type == kRegSz || value.type == kRegExpandSz || value.type == kRegMultiSz) &&
         d.size() % 2 == 0) {
@@ -87,10 +86,8 @@ std::string ShowValue(const RegValue& value) {
     }
     if (value.type == kRegDword && d.size() == 4) {
         const std::uint32_t n = d[0] | (d[1] << 8) | (d[2] << 16) | (static_cast<std::uint32_t>(d[3]) << 24);
-        std::string hex(8, '0');
-        for (int i = 0; i < 8; ++i) {
-            hex[static_cast<std::size_t>(7 - i)] = kDigits[(n >> (4 * i)) & 0xF];
-        }
+        std::string hex;
+        AppendHex(hex, n, 8);
         return "dword:" + hex + " (" + std::to_string(n) + ")";
     }
     std::string out = value.type == kRegBinary ? "hex:" : "hex(" + std::to_string(value.type) + "):";
@@ -98,8 +95,7 @@ std::string ShowValue(const RegValue& value) {
         if (i > 0) {
             out += ',';
         }
-        out += kDigits[d[i] >> 4];
-        out += kDigits[d[i] & 0xF];
+        AppendHexByte(out, d[i]);
     }
     return out;
 }

@@ -20,9 +20,7 @@ template <typename Buffer>
 Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) {
     // A folder would read as a huge size, and a pipe or device would block
     // the open itself: only regular files are read.
-    if (Status regular = CheckRegularFile(file); !regular) {
-        return Fail(regular.reason());
-    }
+    TRY(CheckRegularFile(file));
     std::ifstream in(file, std::ios::binary);
     if (!in) {
         return Fail("cannot read " + file.string() + ": " + ErrnoText());
@@ -74,9 +72,7 @@ Result<std::vector<std::byte>> ReadFileBytes(const std::filesystem::path& file, 
 }
 
 Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, std::size_t n) {
-    if (Status regular = CheckRegularFile(file); !regular) {
-        return Fail(regular.reason());
-    }
+    TRY(CheckRegularFile(file));
     std::ifstream in(file, std::ios::binary);
     if (!in) {
         return Fail("cannot read " + file.string() + ": " + ErrnoText());

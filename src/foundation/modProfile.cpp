@@ -150,16 +150,13 @@ Result<std::string> ReadProfileBytes(const std::filesystem::path& file) {
 }  // namespace
 
 Result<ProfileFile> LoadProfileFile(const std::filesystem::path& file) {
-    auto bytes = ReadProfileBytes(file);
-    if (!bytes) {
-        return Fail(bytes.reason());
-    }
-    const ProfileEncoding encoding = EncodingOf(*bytes);
+    const auto bytes = TRY(ReadProfileBytes(file));
+    const ProfileEncoding encoding = EncodingOf(bytes);
     if (encoding == ProfileEncoding::Ansi) {
-        return ProfileFile::Parse(*bytes);
+        return ProfileFile::Parse(bytes);
     }
     // The ANSI functions see a Unicode file through the code page.
-    return ProfileFile::Parse(TextToProfileBytes(Utf16ToUtf8(DecodeUtf16(*bytes, encoding))));
+    return ProfileFile::Parse(TextToProfileBytes(Utf16ToUtf8(DecodeUtf16(bytes, encoding))));
 }
 
 std::uint32_t ProfileGetString(const ProfileFile& file, OptionalText section, OptionalText key,

@@ -199,8 +199,8 @@ EntryButtons ButtonsFor(const SystemIconEntry& entry) {
     return {.rename = false, .restoreDefault = entry.Key() != kZipFileName};
 }
 
-std::string PathLabelText(int groupNumber, const SystemIconEntry& entry) {
-    if (entry.currentFile == kNoGraphic) {
+std::string PathLabelText(int groupNumber, const SystemIconEntry& entry, bool drawn) {
+    if (entry.currentFile == kNoGraphic || !drawn) {
         return std::string(kMissingGraphicText);
     }
     std::string text(kPathLabelPrefix);

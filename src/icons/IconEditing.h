@@ -76,8 +76,8 @@ EntryButtons ButtonsFor(const SystemIconEntry& entry);
 // The whole text of the path label for an entry of a group, before fitting:
 // "File name: " and the IconLocation; for a pointer, the pointer file, or
 // "Windows Default Cursor" while it is the program's own; for a NO_GRAPHIC
-// entry, kMissingGraphicText alone.
-std::string PathLabelText(int groupNumber, const SystemIconEntry& entry);
+// entry, or one whose file cannot be drawn (`drawn` false), kMissingGraphicText alone.
+std::string PathLabelText(int groupNumber, const SystemIconEntry& entry, bool drawn = true);
 
 // Where the Change Icon dialog starts: the entry's current icon, or
 // shell32.dll's first icon when the entry has no picture.

@@ -7,15 +7,18 @@
 #include "iconfiles/IconImage.h"
 #include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
+#include "icons/IconEditing.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 #include "ui/changeicon/frmChangeIcon.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
+#include "ui/main/OpenMachine.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -116,6 +119,17 @@ private:
         QVERIFY(Control<QPushButton>("cmdApply")->isEnabled());
         QTest::mouseClick(Control<QPushButton>("cmdApply"), Qt::LeftButton);
         QVERIFY(!Control<QPushButton>("cmdApply")->isEnabled());
+    }
+    // Gives "Run" icon 5 of its file through the Change Icon dialog.
+    void ChangeRunIcon() {
+        Select(2, "Run");
+        WhenShown<frmChangeIcon>([](frmChangeIcon* dialog) {
+            auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+            QTest::mouseClick(grid, Qt::LeftButton, {}, IconGrid::CellOrigin(5) + QPoint(16, 16));
+            QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        QTest::mouseClick(Control<QPushButton>("cmdChange"), Qt::LeftButton);
+        QVERIFY(m_window->State().rebuildPending);
     }
     void Screenshot(const QString& name, QWidget* of = nullptr) {
         const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
@@ -384,6 +398,87 @@ private slots:
         QCOMPARE(Stored(kSettings, "Current Theme"), std::string(""));
     }
 
+    void applyClearsRebuildPendingSoPointersAloneDoNotRebuild() {
+        // With the notice silenced, only the apply step clears the flag.
+        SetRegDword(m_machine->Registry(), kSettings, "Dialog Rebuild", 1);
+        ChangeRunIcon();
+        Apply();
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("32"));
+        QVERIFY(!m_window->State().rebuildPending);
+
+        DeleteRegValue(m_machine->Registry(), kWindowMetrics, "Shell Icon Size");
+        Select(7, "Busy");
+        m_window->Icons().SetCursorPicker(
+            [](const std::string&) { return std::string("C:\\WINDOWS\\Cursors\\Help.cur"); });
+        QTest::mouseClick(Control<QPushButton>("cmdChange"), Qt::LeftButton);
+        Apply();
+        QCOMPARE(Stored("HKEY_CURRENT_USER\\Control Panel\\Cursors", "Wait"),
+                 std::string("C:\\WINDOWS\\Cursors\\Help.cur"));
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("Error"));
+    }
+
+    void anEntryThatCannotBeDrawnSaysSoInThePathLabel_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("missing file")
+            << "C:\\WINDOWS\\SYSTEM\\nothere.dll,3" << QString::fromUtf8(kMissingGraphicText.data());
+        QTest::newRow("no such icon")
+            << "C:\\WINDOWS\\SYSTEM\\shell32.dll,9999" << QString::fromUtf8(kMissingGraphicText.data());
+        QTest::newRow("drawn") << "C:\\WINDOWS\\SYSTEM\\shell32.dll,3"
+                               << "File name: C:\\WINDOWS\\SYSTEM\\shell32.dll,3";
+    }
+    void anEntryThatCannotBeDrawnSaysSoInThePathLabel() {
+        QFETCH(QString, stored);
+        QFETCH(QString, label);
+        SetRegString(m_machine->Registry(), kShellIcons, "24", stored.toStdString());
+        Select(2, "Run");
+        QCOMPARE(List(2)->currentItem()->text(), QStringLiteral("Run..."));
+        QCOMPARE(Control<QLabel>("lblPath")->property("fullText").toString(), label);
+        QVERIFY(Control<QPushButton>("cmdChange")->isEnabled());
+    }
+
+    void longWorkShowsTheBusyPointer() {
+        QList<Qt::CursorShape> seen;
+        connect(List(1)->model(), &QAbstractItemModel::rowsInserted, this, [&seen] {
+            const QCursor* cursor = QGuiApplication::overrideCursor();
+            seen << (cursor != nullptr ? cursor->shape() : Qt::ArrowCursor);
+        });
+        m_window->ShowPage(Page::IconsAndCursors, 0);  // the first catalogue build
+        QVERIFY(!seen.isEmpty());
+        QVERIFY(seen.count(Qt::WaitCursor) == seen.size());
+        QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+
+        seen.clear();
+        ChangeRunIcon();
+        Apply();  // the rebuild draws the lists anew
+        QVERIFY(!seen.isEmpty());
+        QVERIFY(seen.count(Qt::WaitCursor) == seen.size());
+        QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+    }
+
+    void aMachineThatCannotBeOpenedIsShownInADialog_data() {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("says");
+        QTest::newRow("absent") << "absent"
+                                << "does not exist";
+        QTest::newRow("not a machine") << "empty"
+                                       << "is not a machine folder";
+        QTest::newRow("bad hive") << "bad"
+                                  << "system.reg:1: not a Wine registry file";
+    }
+    void aMachineThatCannotBeOpenedIsShownInADialog() {
+        QFETCH(QString, folder);
+        QFETCH(QString, says);
+        std::filesystem::create_directories(m_dir->Path() / "empty");
+        m_dir->Write("bad/system.reg", "REGEDIT4\n");
+        QStringList told;
+        const auto machine = OpenWindowMachine((m_dir->Path() / folder.toStdString()).string(),
+                                               [&told](const QString& text) { told << text; });
+        QVERIFY(machine == nullptr);
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told.front().contains(says), qPrintable(told.front()));
+    }
+
     void startUpTakesThePageAndThePosition_data() {
         QTest::addColumn<QString>("commandLine");
         QTest::addColumn<int>("positions");
@@ -506,6 +601,85 @@ private slots:
         QCOMPARE(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"))->value(),
                  38 * 16 - kGridVisibleWidth);
         QCOMPARE(grid->x(), -(38 * 16 - kGridVisibleWidth));
+    }
+
+    void aPreselectedIconIsInSightInEveryColumn() {
+        auto dialog = Dialog();
+        dialog->show();
+        auto* scroll = dialog->findChild<QScrollBar*>(QStringLiteral("Scroll"));
+        for (int index = 0; index < 100; ++index) {
+            dialog->Prepare("C:\\lib100.dll", index);
+            const int left = IconGrid::CellOrigin(index).x() - scroll->value();
+            QVERIFY2(left >= 0 && left + 32 <= kGridVisibleWidth,
+                     qPrintable(QStringLiteral("icon %1 at %2").arg(index).arg(left)));
+        }
+    }
+
+    void aTypedFileIsListedBeforeOkTakesIt() {
+        auto dialog = Dialog();
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        dialog->Prepare("C:\\lib100.dll", 40);
+        auto* ok = dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"));
+        auto* grid = dialog->findChild<IconGrid*>(QStringLiteral("lstMain"));
+        auto* box = dialog->findChild<QComboBox*>(QStringLiteral("txtFilename"));
+        QVERIFY(ok->isEnabled());
+
+        box->lineEdit()->setFocus();
+        box->lineEdit()->selectAll();
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("C:\\lib33.dll"));
+        QVERIFY(!ok->isEnabled());  // the list is still lib100's
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QVERIFY(dialog->isVisible());
+        QTest::keyClick(box->lineEdit(), Qt::Key_Return);
+        QCOMPARE(dialog->Source()->Count(), 33);
+        QCOMPARE(grid->Selected(), -1);
+        QVERIFY(!ok->isEnabled());
+        grid->Select(2);
+        QVERIFY(ok->isEnabled());
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(dialog->ChosenFile(), std::string("C:\\lib33.dll"));
+        QCOMPARE(dialog->ChosenIndex(), 2);
+    }
+
+    void aTypedFileIsListedWhenTheBoxIsLeftOrTypingPauses_data() {
+        QTest::addColumn<bool>("leave");
+        QTest::newRow("leaving the box") << true;
+        QTest::newRow("a pause") << false;
+    }
+    void aTypedFileIsListedWhenTheBoxIsLeftOrTypingPauses() {
+        QFETCH(bool, leave);
+        auto dialog = Dialog();
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        dialog->Prepare("C:\\lib100.dll", 0);
+        auto* box = dialog->findChild<QComboBox*>(QStringLiteral("txtFilename"));
+        box->lineEdit()->setFocus();
+        box->lineEdit()->selectAll();
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("C:\\lib33.dll"));
+        QCOMPARE(dialog->Source()->Count(), 100);
+        if (leave) {
+            QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+            QApplication::sendEvent(box->lineEdit(), &left);
+            QCOMPARE(dialog->Source()->Count(), 33);
+        } else {
+            QTRY_COMPARE_WITH_TIMEOUT(dialog->Source()->Count(), 33, 3 * frmChangeIcon::kTypingPauseMs);
+        }
+        QVERIFY(m_messages.isEmpty());
+    }
+
+    void openingALibraryShowsTheBusyPointer() {
+        auto dialog = Dialog();
+        QList<Qt::CursorShape> seen;
+        connect(dialog->findChild<QScrollBar*>(QStringLiteral("Scroll")), &QScrollBar::rangeChanged, this,
+                [&seen] {
+                    const QCursor* cursor = QGuiApplication::overrideCursor();
+                    seen << (cursor != nullptr ? cursor->shape() : Qt::ArrowCursor);
+                });
+        dialog->Prepare("C:\\lib100.dll", 0);
+        QCOMPARE(seen, QList<Qt::CursorShape>({Qt::WaitCursor}));
+        QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
     }
 
     void arrowKeysMoveTheSelection_data() {

@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
+#include <array>
 #include <functional>
 
 namespace glyphmoor {
@@ -72,7 +73,7 @@ private slots:
     void checkBoxMakesTheDialogTaller();
     void centredOverTheParent();
     void escapeLeavesResultAndBoxUntouched();
-    void enterPressesTheLeftmostButton();
+    void enterPressesTheSafeAnswer();
     void helpStaysOpenAndEscapeKeepsItsIndex();
     void spaceTicksTheBoxTakenAtThePress();
     void windowPromptRunsModally();
@@ -179,24 +180,30 @@ void frmPromptTest::escapeLeavesResultAndBoxUntouched() {
     QVERIFY(!prompt.PromptDontShowAgain());
 }
 
-void frmPromptTest::enterPressesTheLeftmostButton() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        QCOMPARE(QApplication::focusWidget(), Command(dialog, 2));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QVERIFY(!dialog.isVisible());
+void frmPromptTest::enterPressesTheSafeAnswer() {
+    struct Case {
+        const char* text;
+        std::array<const char*, 3> buttons;  // Command(0), Command(1), Command(2)
+        int safe;
     };
-    prompt.SetPromptText("Would you like to save your changes before closing?");
-    QCOMPARE(prompt.ShowPrompt("Yes", "No", "Cancel", 32514, 0, ""), std::int16_t{2});
-
-    prompt.act = [](frmPrompt& dialog) {
-        QCOMPARE(QApplication::focusWidget(), Command(dialog, 1));
-        QTest::keyClick(&dialog, Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), Command(dialog, 0));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+    const Case cases[] = {
+        {"Would you like to restart your computer now?", {"No", "Yes", ""}, 0},
+        {"Would you like to save your changes before closing?", {"Cancel", "No", "Yes"}, 0},
+        {"Hiding Network Neighborhood disables shell support.", {"&Help", "Cancel", "OK"}, 1},
+        {"Done.", {"", "", "OK"}, 2},
     };
-    prompt.SetPromptText("Restart?");
-    QCOMPARE(prompt.ShowPrompt("", "Yes", "No", 32514, 0, ""), std::int16_t{0});
+    for (const auto& c : cases) {
+        ProbePrompt prompt(m_system);
+        prompt.act = [&c](frmPrompt& dialog) {
+            QCOMPARE(QApplication::focusWidget(), Command(dialog, c.safe));
+            QVERIFY(Command(dialog, c.safe)->isDefault());
+            QTest::keyClick(&dialog, Qt::Key_Return);
+            QVERIFY(!dialog.isVisible());
+        };
+        prompt.SetPromptText(c.text);
+        QCOMPARE(prompt.ShowPrompt(c.buttons[2], c.buttons[1], c.buttons[0], 32514, 0, ""),
+                 static_cast<std::int16_t>(c.safe));
+    }
 }
 
 void frmPromptTest::helpStaysOpenAndEscapeKeepsItsIndex() {

@@ -1,5 +1,6 @@
 #include "ui/changeicon/frmChangeIcon.h"
 
+#include "ui/BusyPointer.h"
 #include "ui/MachineFilePicker.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 
@@ -14,6 +15,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace glyphmoor {
@@ -180,7 +182,8 @@ void frmChangeIcon::ConnectControls() {
     m_pickFile = [this] { return PickWithDialog(); };
 
     connect(m_scroll, &QScrollBar::valueChanged, this, [this](int value) { m_lstMain->move(-value, 0); });
-    connect(m_lstMain, &IconGrid::selectionChanged, this, [this](int) { m_cmdOK->setEnabled(true); });
+    connect(m_lstMain, &IconGrid::selectionChanged, this,
+            [this](int) { m_cmdOK->setEnabled(ChosenFile() == m_listedFile); });
     connect(m_lstMain, &IconGrid::activated, this, [this] {
         if (m_cmdOK->isEnabled()) {
             accept();
@@ -189,7 +192,20 @@ void frmChangeIcon::ConnectControls() {
     connect(m_cmdBrowse, &QPushButton::clicked, this, &frmChangeIcon::Browse);
     connect(m_cmdOK, &QPushButton::clicked, this, &frmChangeIcon::accept);
     connect(m_cmdCancel, &QPushButton::clicked, this, &frmChangeIcon::reject);
-    // A file typed by hand or taken from the history is listed on Enter or when chosen.
+    // A file typed by hand is listed on Enter, when the focus leaves the box
+    // or after a pause in the typing; until then OK is off, since the list
+    // belongs to another file. One taken from the history is listed at once.
+    m_typingPause = new QTimer(this);
+    m_typingPause->setSingleShot(true);
+    m_typingPause->setInterval(kTypingPauseMs);
+    connect(m_typingPause, &QTimer::timeout, this, [this] { ListTypedFile(false); });
+    connect(m_txtFilename, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (text.toStdString() != m_listedFile) {
+            m_cmdOK->setEnabled(false);
+        }
+    });
+    connect(m_txtFilename->lineEdit(), &QLineEdit::textEdited, this, [this] { m_typingPause->start(); });
+    m_txtFilename->lineEdit()->installEventFilter(this);
     connect(m_txtFilename->lineEdit(), &QLineEdit::returnPressed, this, [this] {
         m_scroll->setValue(0);
         ListIcons();
@@ -200,7 +216,10 @@ void frmChangeIcon::ConnectControls() {
     });
 }
 
-frmChangeIcon::~frmChangeIcon() = default;
+frmChangeIcon::~frmChangeIcon() {
+    // The box may lose the focus as the dialog goes: nothing is listed then.
+    m_txtFilename->lineEdit()->removeEventFilter(this);
+}
 
 void frmChangeIcon::Prepare(const std::string& file, int index) {
     m_txtFilename->setEditText(QString::fromStdString(file));
@@ -208,9 +227,8 @@ void frmChangeIcon::Prepare(const std::string& file, int index) {
     const int column = index / kIconsPerColumn;
     const int row = index - kIconsPerColumn * column;
     m_lstMain->PressAt(QPoint(kIconPitch * column, kIconPitch * row));
-    const int visible = m_container->width();
-    if (visible <= kIconPitch * column) {
-        m_scroll->setValue(kIconPitch * (column + 1) - visible);
+    if (m_lstMain->Selected() >= 0) {
+        EnsureVisible(m_lstMain->Selected());
     }
 }
 
@@ -233,18 +251,41 @@ int frmChangeIcon::ChosenIndex() const {
 }
 
 void frmChangeIcon::ListIcons() {
+    List(true);
+}
+
+void frmChangeIcon::ListTypedFile(bool report) {
+    if (ChosenFile() != m_listedFile) {
+        m_scroll->setValue(0);
+        List(report);
+    }
+}
+
+void frmChangeIcon::List(bool report) {
     const std::string file = ChosenFile();
+    m_typingPause->stop();
+    m_listedFile = file;
     m_lstMain->SetSource(nullptr);
     m_cmdOK->setEnabled(false);
-    m_source = std::make_unique<IconSource>(m_machine.HostPath(file));
+    {
+        const BusyPointer busy;
+        m_source = std::make_unique<IconSource>(m_machine.HostPath(file));
+        if (m_source->Count() > 0) {
+            ShowSource();
+        }
+    }
+    // A pause in the typing lists quietly: the name may not be whole yet.
+    if (!report) {
+        return;
+    }
     if (!m_source->Exists()) {
         m_stockMessage(QStringLiteral("File not found ") + Quoted(file));
-        return;
-    }
-    if (m_source->Count() == 0) {
+    } else if (m_source->Count() == 0) {
         m_stockMessage(QStringLiteral("No Icons found in ") + Quoted(file) + QStringLiteral("."));
-        return;
     }
+}
+
+void frmChangeIcon::ShowSource() {
     const int count = m_source->Count();
     const int hidden = std::max(0, ColumnsFor(count) * kIconPitch + kIconMargin - m_container->width());
     m_scroll->setEnabled(count > kVisibleColumns * kIconsPerColumn);
@@ -302,6 +343,13 @@ void frmChangeIcon::EnsureVisible(int index) {
     }
 }
 
+bool frmChangeIcon::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_txtFilename->lineEdit() && event->type() == QEvent::FocusOut) {
+        ListTypedFile(true);
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 void frmChangeIcon::keyPressEvent(QKeyEvent* event) {
     if (m_txtFilename->hasFocus() || m_lstMain->Count() == 0) {
         QDialog::keyPressEvent(event);
@@ -327,6 +375,12 @@ void frmChangeIcon::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmChangeIcon::accept() {
+    // A name typed but not yet listed is listed first: the index chosen in
+    // another file's list is no answer for it.
+    if (ChosenFile() != m_listedFile) {
+        ListTypedFile(true);
+        return;
+    }
     if (m_lstMain->Selected() < 0) {
         return;
     }

@@ -21,6 +21,7 @@
 class QComboBox;
 class QPushButton;
 class QScrollBar;
+class QTimer;
 
 namespace glyphmoor {
 
@@ -87,10 +88,14 @@ public:
     void SetStockMessage(std::function<void(const QString&)> show) { m_stockMessage = std::move(show); }
     void SetFilePicker(std::function<std::optional<std::string>()> pick) { m_pickFile = std::move(pick); }
 
-    // Lists the icons of the file in txtFilename anew.
+    // Lists the icons of the file in txtFilename anew; a file without icons
+    // is reported by the stock message.
     void ListIcons();
+    // How long typing pauses before the typed file is listed.
+    static constexpr int kTypingPauseMs = 700;
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void accept() override;
 
@@ -99,6 +104,11 @@ private:
     void MakeControls();
     void LayOutControls();
     void ConnectControls();
+    void List(bool report);
+    // Puts the listed file's icons in the grid.
+    void ShowSource();
+    // Lists the file in txtFilename when the list belongs to another file.
+    void ListTypedFile(bool report);
     void Browse();
     void MoveSelection(int step);
     void EnsureVisible(int index);
@@ -114,6 +124,8 @@ private:
     QScrollBar* m_scroll;
     QPushButton* m_cmdOK;
     QPushButton* m_cmdCancel;
+    QTimer* m_typingPause;
+    std::string m_listedFile;  // the file the grid lists (OK is for it alone)
     std::function<void(const QString&)> m_stockMessage;
     std::function<std::optional<std::string>()> m_pickFile;
 };

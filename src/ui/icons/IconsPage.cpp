@@ -1,5 +1,6 @@
 #include "ui/icons/IconsPage.h"
 
+#include "ui/BusyPointer.h"
 #include "ui/MachineFilePicker.h"
 #include "ui/changeicon/frmChangeIcon.h"
 #include "ui/icons/frmRename.h"
@@ -15,6 +16,9 @@
 namespace glyphmoor {
 
 namespace {
+
+// Whether a list item's entry could be drawn from its file.
+constexpr int kDrawnRole = Qt::UserRole + 1;
 
 constexpr int kCursorsGroup = static_cast<int>(GroupNumber::Cursors);
 constexpr int kListIconSize = 32;
@@ -89,6 +93,10 @@ IconsPage::IconsPage(MsgContext messages, const Environment& machine, IconCatalo
 }
 
 void IconsPage::EnsureLoaded() {
+    if (m_catalogue.Built() && m_catalogue.CursorsBuilt()) {
+        return;
+    }
+    const BusyPointer busy;
     bool built = false;
     if (!m_catalogue.Built()) {
         m_catalogue.DetectShellIcons();
@@ -121,6 +129,7 @@ void IconsPage::FillList(int number) {
         auto* item = new QListWidgetItem(QIcon(picture.isNull() ? Blank() : QPixmap::fromImage(picture)),
                                          QString::fromStdString(e.displayName), list);
         item->setData(Qt::UserRole, QString::fromStdString(std::string(e.Key())));
+        item->setData(kDrawnRole, !picture.isNull());
     }
     if (list->count() > 0) {
         list->setCurrentRow(std::min(row, list->count() - 1));
@@ -157,7 +166,8 @@ void IconsPage::SelectEntry() {
         return;
     }
     const SystemIconEntry& entry = m_catalogue.Group(ActiveGroup()).At(*position);
-    m_pathText = PathLabelText(ActiveGroup(), entry);
+    const QListWidgetItem* item = List(ActiveGroup())->item(static_cast<int>(*position));
+    m_pathText = PathLabelText(ActiveGroup(), entry, item == nullptr || item->data(kDrawnRole).toBool());
     m_lblPath->setProperty("fullText", QString::fromStdString(m_pathText));
     // Long paths are shortened in the middle to fit the label.
     m_lblPath->setText(m_lblPath->fontMetrics().elidedText(QString::fromStdString(m_pathText),

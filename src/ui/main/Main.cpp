@@ -1,5 +1,7 @@
 #include "ui/main/Main.h"
 
+#include "ui/BusyPointer.h"
+
 #include "foundation/RecentThemes.h"
 #include "icons/IconCacheRebuild.h"
 #include "ui/prompt/frmPrompt.h"
@@ -265,9 +267,13 @@ void Main::ApplyChanges() {
     // are written, (the tweaks, boot options and start-up lists follow here
     // when their parts of the program are built in), then the icon cache is
     // rebuilt and a needed restart is offered.
+    const BusyPointer busy;
     ApplyIconChanges(m_catalogue, m_machine.Registry(), m_machine.Sys(), m_state, m_names);
     if (m_state.rebuildPending) {
         RebuildIcons();
+        // Rebuilt: a later Apply of pointers alone does not rebuild again,
+        // even when "Dialog Rebuild" kept the notice (and its clearing) away.
+        m_state.rebuildPending = false;
     }
     if (m_state.restartNeeded) {
         MsgContext messages = Messages();

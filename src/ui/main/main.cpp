@@ -4,6 +4,7 @@
 #include "foundation/Machine.h"
 #include "foundation/Startup.h"
 #include "foundation/Version.h"
+#include "ui/main/OpenMachine.h"
 
 #include <QApplication>
 
@@ -84,12 +85,11 @@ int main(int argc, char** argv) {
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Glyphmoor"));
-    auto machine = machineDir ? glyphmoor::OpenMachineFolder(*machineDir) : glyphmoor::OpenHomeMachine();
-    if (!machine.ok()) {
-        std::cerr << "glyphmoor: " << machine.reason() << '\n';
+    const auto machine = glyphmoor::OpenWindowMachine(machineDir, glyphmoor::ShowMachineFailure);
+    if (machine == nullptr) {
         return EXIT_FAILURE;
     }
-    glyphmoor::Main window(**machine, request);
+    glyphmoor::Main window(*machine, request);
     window.show();
     return QApplication::exec();
 }

@@ -1,8 +1,10 @@
 #include "ui/prompt/frmPrompt.h"
 
+#include "prompts/SilentPrompt.h"
 #include "ui/CentreForm.h"
 
 #include <QCheckBox>
+#include <QCursor>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QLabel>
@@ -49,7 +51,7 @@ frmPrompt::frmPrompt(Prompt& prompt, const PromptRequest& request, QWidget* pare
     LayOut(request);
     MakeControls(request);
     setFixedSize(PixelsAcross(m_layout.clientWidth), PixelsDown(m_layout.clientHeight));
-    FocusFirstButton();
+    FocusSafeButton(request);
     // Centred now, and again when shown, once the frame's size is known.
     CentreForm(*this, parent != nullptr ? parent->window() : nullptr);
 }
@@ -111,15 +113,15 @@ void frmPrompt::MakeControls(const PromptRequest& request) {
     m_check->setVisible(m_layout.checkVisible);
 }
 
-// The leftmost visible button, the first in the tab order, has the focus and is the default.
-void frmPrompt::FocusFirstButton() {
-    for (int i = 2; i >= 0; --i) {
-        QPushButton* button = m_command[static_cast<std::size_t>(i)];
-        if (m_layout.buttonVisible[static_cast<std::size_t>(i)]) {
-            button->setDefault(true);
-            button->setFocus();
-            break;
-        }
+// Enter presses the safe answer: the rightmost button that closes the dialog
+// ("No", "Cancel"), never the leftmost, so that Enter cannot restart the
+// computer or overwrite a file. That button has the focus and is the default.
+void frmPrompt::FocusSafeButton(const PromptRequest& request) {
+    if (const auto safe = SafeAnswer(request);
+        safe && m_layout.buttonVisible[static_cast<std::size_t>(*safe)]) {
+        QPushButton* button = m_command[static_cast<std::size_t>(*safe)];
+        button->setDefault(true);
+        button->setFocus();
     }
 }
 
@@ -147,7 +149,10 @@ void frmPrompt::Press(int index) {
 
 void WindowPrompt::Show(const PromptRequest& request) {
     frmPrompt dialog(*this, request, m_parent);
+    // A question asked during long work shows the ordinary pointer.
+    QGuiApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
     dialog.exec();
+    QGuiApplication::restoreOverrideCursor();
 }
 
 }  // namespace glyphmoor

@@ -43,7 +43,7 @@ private:
     void LayOut(const PromptRequest& request);
     // The icon, the three buttons and the check box, where the layout puts them.
     void MakeControls(const PromptRequest& request);
-    void FocusFirstButton();
+    void FocusSafeButton(const PromptRequest& request);
     void Place(QWidget* widget, const TwipsRect& rect) const;
     void Press(int index);
 
