@@ -1,6 +1,7 @@
 #include "foundation/Baseline.h"
 
 #include "foundation/ChangeLog.h"
+#include "foundation/Hive.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
@@ -323,8 +324,13 @@ void BaselineRegistry::RecordValue(const OpenPath& path, std::string_view name) 
     }
 }
 
-// Each key on the path that does not exist yet is one the program makes.
+// Each key on the path that does not exist yet is one the program makes. A
+// path beyond Windows' limits is never made, so there is nothing to record
+// (and walking it level by level would cost the square of its depth).
 void BaselineRegistry::RecordMissingKeys(RootKey root, std::string_view subkey) {
+    if (static_cast<std::size_t>(std::count(subkey.begin(), subkey.end(), '\\')) >= kMaxKeyDepth) {
+        return;
+    }
     std::string partial;
     std::string_view rest = subkey;
     while (!rest.empty()) {
