@@ -6,6 +6,7 @@
 #include "cli/IniCommands.h"
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
+#include "cli/ThemeCommands.h"
 #include "cli/UndoCommands.h"
 
 #include <array>
@@ -22,11 +23,14 @@ constexpr std::string_view kWritesMachine =
 constexpr std::string_view kHostOrMachineFile =
     "FILE is a Windows path on the machine when it begins with a drive letter and a colon "
     "(C:\\Msdos.sys), else a path of the host.";
+constexpr std::string_view kThemeFile =
+    "FILE is a Windows path on the machine when it begins with a drive letter and a colon, else a\n"
+    "host file on one of the machine's drives.";
 constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 26> kCommands = {{
+constexpr std::array<CliCommand, 31> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -86,6 +90,27 @@ constexpr std::array<CliCommand, 26> kCommands = {{
      "Groups 1 to 7 in table order, or group N alone (a number or a group's name). The catalogue\n"
      "name is empty when it is the display name.",
      0, 2, kMachine, Icons},
+    {"theme apply", "FILE",
+     "loads the theme FILE and applies it as the window's Apply does; prints the catalogue lines that "
+     "changed",
+     "Every group the theme names is applied in one save, the icon-cache rebuild included; on a Wine\n"
+     "prefix only the entries that differ are written. FILE is a Windows path on the machine (C:\\...)\n"
+     "or a host file on one of its drives.",
+     1, 1, kMachine, ThemeApply},
+    {"theme preview", "FILE", "prints the catalogue lines the theme FILE would change; changes nothing",
+     kThemeFile, 1, 1, kMachine, ThemePreview},
+    {"theme save", "FILE",
+     "saves the current icons as a theme at FILE with copies of its icons; prints its path",
+     "\".gmtheme\" is added unless FILE ends in it. A theme saved straight into the library folder\n"
+     "(C:\\Program Files\\Glyphmoor\\Themes) gets a folder of its own. Keys already in the file stay.",
+     1, 1, kMachine, ThemeSave},
+    {"theme list", "", "the theme library: caption, TAB, theme file path, a line per theme",
+     "The themes in the subfolders of the library folder; files lying directly in it are not listed.", 0, 0,
+     kMachine, ThemeList},
+    {"theme delete", "FILE [--yes]", "deletes the theme's own folder in the library; asks for --yes first",
+     "Only a theme lying in a folder of its own directly in the library folder is deleted, with that\n"
+     "folder; any other file is refused.",
+     1, 2, kMachine, ThemeDelete},
     {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
      kHostOrMachineFile, 1, 1, kNoMachine, CmdResources},
     {"icon-count", "FILE", "the number of icons in FILE", kHostOrMachineFile, 1, 1, kNoMachine, CmdIconCount},

@@ -1,0 +1,134 @@
+// Reading theme files: names, placement, the reduced macro set, the buffer
+// limits and the order in which keys reach the catalogue.
+#include "ThemeMachine.h"
+#include "foundation/modProfile.h"
+#include "themes/ThemeFile.h"
+
+#include <optional>
+#include <string>
+
+namespace glyphmoor::test {
+namespace {
+
+TEST(ThemeNames, GetTheExtensionUnlessTheyEndInIt) {
+    const struct {
+        const char* given;
+        const char* saved;
+    } cases[] = {
+        {"Ocean", "Ocean.gmtheme"},
+        {"Ocean.GmTheme", "Ocean.GmTheme"},
+        {"Ocean.txt", "Ocean.txt.gmtheme"},
+        {"C:\\W\\a.ini", "C:\\W\\a.ini.gmtheme"},
+        {"x", "x.gmtheme"},
+        {".gmtheme", ".gmtheme"},
+        {"gmtheme", "gmtheme.gmtheme"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(WithThemeExtension(c.given), c.saved) << c.given;
+    }
+}
+
+TEST(ThemeNames, SavedStraightIntoTheLibraryGetAFolderOfTheirOwn) {
+    const std::string program = "C:\\Program Files\\Glyphmoor";
+    const struct {
+        const char* given;
+        const char* placed;
+    } cases[] = {
+        {"C:\\Program Files\\Glyphmoor\\Themes\\Ocean.gmtheme",
+         "C:\\Program Files\\Glyphmoor\\Themes\\Ocean\\Ocean.gmtheme"},
+        {"c:\\program files\\GLYPHMOOR\\themes\\Sea.Shore.gmtheme",
+         "c:\\program files\\GLYPHMOOR\\themes\\Sea.Shore\\Sea.Shore.gmtheme"},
+        {"C:\\Program Files\\Glyphmoor\\Themes\\Ocean\\Ocean.gmtheme",
+         "C:\\Program Files\\Glyphmoor\\Themes\\Ocean\\Ocean.gmtheme"},
+        {"D:\\Work\\Ocean.gmtheme", "D:\\Work\\Ocean.gmtheme"},
+        {"C:\\Program Files\\Glyphmoor\\Ocean.gmtheme", "C:\\Program Files\\Glyphmoor\\Ocean.gmtheme"},
+        {"Ocean.gmtheme", "C:\\Program Files\\Glyphmoor\\Themes\\Ocean\\Ocean.gmtheme"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ThemePlacement(c.given, program, program + "\\Themes"), c.placed) << c.given;
+    }
+}
+
+class ThemeLoading : public ThemeMachine {
+protected:
+    static constexpr const char* kTheme = "C:\\Themes\\T\\T.gmtheme";
+
+    void Load(std::string_view text) {
+        WriteFile(kTheme, text);
+        LoadThemeFile(Catalogue(), m_state, kTheme);
+    }
+};
+
+TEST_F(ThemeLoading, ExpandsOneMacroAndTheThemeFolderOnlyInItsOwnCase) {
+    const std::string sys = m_app.sysDir;
+    const std::string win = m_app.winDir;
+    const struct {
+        const char* value;
+        IconLocation expected;
+    } cases[] = {
+        {"%ThemeDir%mc.ico", {"C:\\Themes\\T\\mc.ico", 0}},
+        {"%THEMEDIR%mc.ico", {"%THEMEDIR%mc.ico", 0}},
+        {"%themedir%mc.ico,2", {"%themedir%mc.ico", 2}},
+        {"%WINDIR%x.ico,2", {win + "\\x.ico", 2}},
+        {"%WinSysDir%shell32.dll,3", {sys + "\\shell32.dll", 3}},
+        {"%windir%%winsysdir%y.dll,1", {win + "\\%winsysdir%y.dll", 1}},
+        {"%systemroot%\\a.ico,1", {"%systemroot%\\a.ico", 1}},
+        {"C:\\x,y.dll,-154", {"C:\\x,y.dll", -154}},
+    };
+    for (const auto& c : cases) {
+        Load(std::string("[Desktop Icons]\nmy computer=") + c.value + "\n");
+        EXPECT_EQ(Entry(1, "My Computer").Current(), c.expected) << c.value;
+    }
+    EXPECT_TRUE(m_state.themeLoaded);
+    EXPECT_TRUE(m_state.applyEnabled);
+}
+
+// The profile function's buffer of declared size 127 holds 126 characters and its NUL.
+TEST_F(ThemeLoading, ReadsAValueIntoABufferOfSize127) {
+    for (const std::size_t length : {125U, 126U, 127U, 128U, 200U}) {
+        const std::string value = "C:\\" + std::string(length - 3, 'a');
+        Load("[Start Icons]\nPrograms=" + value + "\n");
+        EXPECT_EQ(Entry(2, "Programs").currentFile, value.substr(0, kProfileValueSize - 1)) << length;
+    }
+}
+
+TEST_F(ThemeLoading, LoadsOnlyTheKeysWhoseNamesFitIn299Characters) {
+    const struct {
+        std::size_t fillerLength;
+        bool loaded;
+    } cases[] = {{100, true}, {280, true}, {288, false}, {400, false}};
+    for (const auto& c : cases) {
+        Entry(1, "My Computer").currentFile = "C:\\before.ico";
+        // "My Computer" and its NUL after the filler's name and NUL; the list
+        // ends with one more NUL.
+        Load("[Desktop Icons]\n" + std::string(c.fillerLength, 'f') + "=C:\\f.ico\nMy Computer=C:\\mc.ico\n");
+        const bool loaded = Entry(1, "My Computer").currentFile == "C:\\mc.ico";
+        EXPECT_EQ(loaded, c.loaded) << c.fillerLength;
+    }
+}
+
+TEST_F(ThemeLoading, ClearsNothingAndPassesOverWhatNoEntryHolds) {
+    Entry(1, "My Documents").currentFile = "C:\\kept.ico";
+    const IconLocation internet = Entry(1, "The Internet").Current();
+    const IconLocation arrowBefore = Catalogue().Group(7).At(0).Current();
+    const std::string arrow(Catalogue().Group(7).KeyAt(0));
+    Load(
+        "[Desktop Icons]\nNo Such Object=C:\\n.ico\nThe Internet=\nMy Computer=C:\\a.ico,x\n"
+        "[File Icons]\nMy Computer=C:\\wrong-group.ico\n"
+        "[Cursors]\n" +
+        arrow + "=C:\\a.cur\n");
+    EXPECT_EQ(Entry(1, "My Documents").currentFile, "C:\\kept.ico");
+    EXPECT_EQ(Entry(1, "The Internet").Current(), internet);
+    EXPECT_NE(Entry(1, "My Computer").currentFile, "C:\\wrong-group.ico");
+    EXPECT_NE(arrowBefore.file, "C:\\a.cur");
+    EXPECT_EQ(Catalogue().Group(7).At(0).currentFile, "C:\\a.cur");
+}
+
+TEST_F(ThemeLoading, AMissingFileLoadsNothing) {
+    const IconLocation before = Entry(1, "My Computer").Current();
+    LoadThemeFile(Catalogue(), m_state, "C:\\Themes\\None\\None.gmtheme");
+    EXPECT_EQ(Entry(1, "My Computer").Current(), before);
+}
+
+}  // namespace
+}  // namespace glyphmoor::test
