@@ -2,14 +2,15 @@
 
 #include "cli/IconCommands.h"
 #include "cli/IconSession.h"
-#include "foundation/TextEncoding.h"
+#include "themes/ThemeApply.h"
 #include "themes/ThemeFile.h"
 #include "themes/ThemeLibrary.h"
 
 #include <filesystem>
 #include <optional>
-#include <sstream>
+#include <ostream>
 #include <system_error>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -39,72 +40,50 @@ std::optional<std::string> ThemeToLoad(CliContext& c, const std::string& argumen
     if (!path) {
         return std::nullopt;
     }
-    const std::string_view text = *path;
-    const bool isTheme = text.size() > kThemeExtension.size() &&
-                         EqualsNoCase(text.substr(text.size() - kThemeExtension.size()), kThemeExtension);
-    if (!isTheme) {
-        c.err << "The file " << *path << " does not appear to be a valid theme file.\n";
-        return std::nullopt;
-    }
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(c.TheMachine().Env().HostPath(*path), ec)) {
-        c.err << "glyphmoor-cli: there is no theme file " << *path << '\n';
+    if (Status usable = CheckThemeFile(c.TheMachine().Env(), *path); !usable.ok()) {
+        c.err << usable.reason() << '\n';
         return std::nullopt;
     }
     return path;
 }
 
-// The catalogue lines of the entries whose icon differs from what the machine holds.
-std::string ChangedLines(const IconCatalogue& catalogue) {
-    std::ostringstream lines;
-    for (int number = 1; number <= kIconGroupCount; ++number) {
-        const IconGroup& group = catalogue.Group(number);
-        IconGroup changed(number, group.Name());
-        for (const SystemIconEntry& e : group.Entries()) {
-            if (e.IconChanged()) {
-                changed.Add(e);
-            }
-        }
-        PrintIconGroup(lines, changed);
+// The catalogue lines of the entries, as `icons` prints them.
+void PrintEntries(std::ostream& out, const std::vector<SystemIconEntry>& entries,
+                  const std::vector<int>& groups) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        IconGroup line(groups.at(i), "");
+        line.Add(entries[i]);
+        PrintIconGroup(out, line);
     }
-    return lines.str();
-}
-
-// Loads the theme of FILE into a session; the lines it changes, or nothing after saying why.
-std::optional<std::string> LoadInto(CliContext& c, IconSession& s, const std::string& argument) {
-    const auto path = ThemeToLoad(c, argument);
-    if (!path) {
-        return std::nullopt;
-    }
-    LoadThemeFile(s.catalogue, s.state, *path);
-    s.state.currentTheme = *path;
-    return ChangedLines(s.catalogue);
 }
 
 }  // namespace
 
 int ThemeApply(CliContext& c, CommandArgs a) {
-    IconSession s(c.TheMachine(), true);
-    const auto lines = LoadInto(c, s, a[0]);
-    if (!lines) {
+    const auto path = ThemePath(c, a[0]);
+    if (!path) {
         return kExitFailed;
     }
-    const std::string theme = s.state.currentTheme;  // SetCurrentTheme replaces the one it reads
-    SetCurrentTheme(s.machine.Registry(), s.state, theme);
-    if (!s.ApplyAndSave(c)) {
+    std::vector<int> groups;
+    const auto changed = ApplyThemeFile(c.TheMachine(), *path, &groups);
+    if (!changed.ok()) {
+        c.err << changed.reason() << '\n';
         return kExitFailed;
     }
-    c.out << *lines;
+    PrintEntries(c.out, changed.value(), groups);
     return kExitOk;
 }
 
 int ThemePreview(CliContext& c, CommandArgs a) {
-    IconSession s(c.TheMachine(), true);
-    const auto lines = LoadInto(c, s, a[0]);
-    if (!lines) {
+    const auto path = ThemeToLoad(c, a[0]);
+    if (!path) {
         return kExitFailed;
     }
-    c.out << *lines;
+    IconSession s(c.TheMachine(), true);
+    LoadThemeFile(s.catalogue, s.state, *path);
+    std::vector<int> groups;
+    const auto changed = ChangedEntries(s.catalogue, &groups);
+    PrintEntries(c.out, changed, groups);
     return kExitOk;
 }
 

@@ -4,6 +4,7 @@
 #include "foundation/Machine.h"
 #include "foundation/Startup.h"
 #include "foundation/Version.h"
+#include "themes/ThemeApply.h"
 #include "ui/main/OpenMachine.h"
 
 #include <QApplication>
@@ -32,9 +33,10 @@ bool HasDisplay() {
 }
 
 constexpr std::string_view kWindowHelp =
-    "usage: glyphmoor [--machine DIR] [/t FILE | /f FOLDER]\n\n"
+    "usage: glyphmoor [--machine DIR] [/a FILE | /t FILE | /f FOLDER]\n\n"
     "Opens Glyphmoor's window on the built-in default machine (a Windows 98 machine\n"
     "folder in the user's data folder), or on the machine folder DIR, any Wine prefix.\n\n"
+    "  /a FILE        applies the theme FILE (a Windows path) without a window\n"
     "  /t FILE        opens on the \"Icons & Cursors\" page with the theme FILE\n"
     "  /f FOLDER      opens on the \"Folders\" page at FOLDER\n"
     "  --machine DIR  works on the machine folder DIR\n"
@@ -42,6 +44,22 @@ constexpr std::string_view kWindowHelp =
     "  --version      prints the program's version\n\n"
     "Exactly one blank separates /t or /f from its argument. glyphmoor-cli does the\n"
     "same work from the command line: \"glyphmoor-cli help\" lists its commands.\n";
+
+// "/a FILE": the theme applied without a window, questions answered as the
+// silent prompt answers them; status 0 when it was applied.
+int ApplyWithoutWindow(const std::optional<std::string>& machineDir, const std::string& theme) {
+    auto machine = machineDir ? glyphmoor::OpenMachineFolder(*machineDir) : glyphmoor::OpenHomeMachine();
+    if (!machine.ok()) {
+        std::cerr << "glyphmoor: " << machine.reason() << '\n';
+        return EXIT_FAILURE;
+    }
+    const auto applied = glyphmoor::ApplyThemeFile(**machine, theme);
+    if (!applied.ok()) {
+        std::cerr << "glyphmoor: " << applied.reason() << '\n';
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
 
 }  // namespace
 
@@ -66,8 +84,7 @@ int main(int argc, char** argv) {
     }
     const glyphmoor::StartRequest request = glyphmoor::ParseCommandLine(glyphmoor::JoinCommandLine(words));
     if (request.mode == glyphmoor::StartMode::ApplyTheme) {
-        std::cerr << "glyphmoor: applying a theme with /a is not part of this build yet\n";
-        return EXIT_FAILURE;
+        return ApplyWithoutWindow(machineDir, request.argument);
     }
     if (!HasDisplay()) {
         std::cerr
@@ -77,8 +94,7 @@ int main(int argc, char** argv) {
                "help\")\n"
                "lists its commands: icons, icons set, icons restore, icons rename, icons restore-all, reg, "
                "...\n"
-               "Once themes are part of this build, \"glyphmoor /a THEME\" applies a theme without a "
-               "window.\n"
+               "\"glyphmoor /a THEME\" applies a theme without a window.\n"
                "To run the window without a screen, set QT_QPA_PLATFORM=offscreen.\n";
         return EXIT_FAILURE;
     }
