@@ -76,32 +76,33 @@ TEST_F(ThemeSaving, SkipsWhatHasNoIconAndCopiesAResourceIdFromTheFirstIcon) {
     cFileIcon ico;
     ASSERT_TRUE(LoadIconOfFile(Host(shell32), 3, ico).ok());
     ASSERT_TRUE(ico.SaveIcon(Host("C:\\mine.ico")));
-    const struct {
-        const char* key;
+    struct Case {
+        std::string key;
         IconLocation location;
-        std::optional<IconLocation> copiedFrom;
-    } cases[] = {
-        {"My Computer", {shell32, -16}, IconLocation{shell32, 0}},
-        {"My Documents", {std::string(kNoGraphic), 0}, std::nullopt},
-        {"Network Neighborhood", {m_app.programFile, 0}, std::nullopt},
-        {"The Internet", {"", 0}, std::nullopt},
-        {"In Box", {"C:\\notanicon.dll", 0}, std::nullopt},
-        {"My Briefcase", {"C:\\broken.ico", 0}, std::nullopt},
-        {"Recycle Bin (empty)", {"C:\\mine.ico", 0}, IconLocation{"C:\\mine.ico", 0}},
-        {"Recycle Bin (full)", {shell32, 100000}, std::nullopt},
+        bool copied;  // from the file's icon at the index, the first for a resource id
     };
-    for (const auto& c : cases) {
+    const std::vector<Case> cases = {
+        {"My Computer", {shell32, -16}, true},
+        {"My Documents", {std::string(kNoGraphic), 0}, false},
+        {"Network Neighborhood", {m_app.programFile, 0}, false},
+        {"The Internet", {"", 0}, false},
+        {"In Box", {"C:\\notanicon.dll", 0}, false},
+        {"My Briefcase", {"C:\\broken.ico", 0}, false},
+        {"Recycle Bin (empty)", {"C:\\mine.ico", 0}, true},
+        {"Recycle Bin (full)", {shell32, 100000}, false},
+    };
+    for (const Case& c : cases) {
         SystemIconEntry& e = Entry(1, c.key);
         e.currentFile = c.location.file;
         e.currentIndex = c.location.index;
     }
     const std::string theme = Save("C:\\Work\\Skip.gmtheme");
-    for (const auto& c : cases) {
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.key);
-        const std::string name = std::string("Skip ") + c.key + ".ico";
-        if (c.copiedFrom) {
+        const std::string name = "Skip " + c.key + ".ico";
+        if (c.copied) {
             EXPECT_EQ(Value(theme, "Desktop Icons", c.key), "%ThemeDir%" + name);
-            EXPECT_EQ(CopiedIcon("C:\\Work\\" + name), SourceIcon(*c.copiedFrom, c.copiedFrom->index));
+            EXPECT_EQ(CopiedIcon("C:\\Work\\" + name), SourceIcon(c.location, std::max(c.location.index, 0)));
         } else {
             EXPECT_EQ(Value(theme, "Desktop Icons", c.key), "");
             EXPECT_FALSE(std::filesystem::exists(Host("C:\\Work\\" + name)));
