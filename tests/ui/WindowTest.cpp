@@ -10,6 +10,7 @@
 #include "icons/IconEditing.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
+#include "ui/about/frmAbout.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 #include "ui/changeicon/frmChangeIcon.h"
 #include "ui/icons/IconsPage.h"
@@ -182,6 +183,17 @@ private slots:
         // A command whose part of the program is not here is disabled.
         QVERIFY(!Control<QAction>("mnuFile(0)")->isEnabled());
         QVERIFY(Control<QAction>("mnuTools(1)")->isEnabled());
+    }
+
+    void aboutOpensTheAboutBox() {
+        QVERIFY(Control<QAction>("tbMain(14)")->isEnabled());
+        bool shown = false;
+        WhenShown<frmAbout>([&shown](frmAbout* about) {
+            shown = true;
+            QTest::keyClick(about, Qt::Key_Escape);
+        });
+        Control<QAction>("mnuHelp(4)")->trigger();
+        QVERIFY(shown);
     }
 
     void thePopUpMenusCarryTheirKeys() {

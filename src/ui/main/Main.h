@@ -84,7 +84,10 @@ private:
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
     void RestoreAllCommand(bool cursors);
+    // Opens an address with the desktop's handler; without one, says what
+    // would have been opened.
     void OpenAddress(std::string_view address);
+    void ShowAbout();
 
     QWidget* BuildPageBar();
     QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,

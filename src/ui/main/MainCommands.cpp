@@ -6,6 +6,7 @@
 // program is not in this build are shown disabled.
 #include "foundation/RecentThemes.h"
 #include "foundation/modMacros.h"
+#include "ui/about/frmAbout.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/WindowPictures.h"
@@ -13,6 +14,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QToolBar>
 #include <QWhatsThis>
 
@@ -22,10 +24,6 @@
 namespace glyphmoor {
 
 namespace {
-
-constexpr std::string_view kWebSite = "http://www.veltrane.com/glyphmoor/";
-constexpr std::string_view kEmail = "mailto:glyphmoor@veltrane.com";
-constexpr std::string_view kMoreThemes = "http://www.veltrane.com/glyphmoor/themes/";
 
 struct Command {
     std::string_view key;
@@ -95,8 +93,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key :
-         {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)", "mnuHelp(4)"}) {
+    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -243,7 +240,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 10> commands = {{
+    static const std::array<Command, 11> commands = {{
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
@@ -251,8 +248,9 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelp(0)", [](Main& w) { w.Dispatch("cmdHelp"); }},
         {"mnuHelp(1)", [](Main&) { QWhatsThis::enterWhatsThisMode(); }},
         {"mnuHelpsub(0)", [](Main& w) { w.OpenAddress(kWebSite); }},
-        {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress(kEmail); }},
+        {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress("mailto:" + std::string(kSupportMail)); }},
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
+        {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
         {"cmdHelp", [](Main& w) { w.OpenAddress(HostFileOf(w.m_app, w.m_app.helpFile).string()); }},
     }};
     for (const Command& command : commands) {
@@ -271,7 +269,18 @@ bool Main::Dispatch(std::string_view key) {
 }
 
 void Main::OpenAddress(std::string_view address) {
-    m_machine.Sys().OpenDocument(address);
+    if (!m_machine.Sys().OpenDocument(address)) {
+        const QString text = QString::fromUtf8(address.data(), static_cast<qsizetype>(address.size()));
+        QMessageBox::information(this, QStringLiteral("Glyphmoor"),
+                                 QStringLiteral("No program on this computer opens addresses such as this "
+                                                "one. Glyphmoor would have opened:\n\n%1")
+                                     .arg(text));
+    }
+}
+
+void Main::ShowAbout() {
+    frmAbout about([this](std::string_view address) { OpenAddress(address); }, this);
+    about.exec();
 }
 
 void Main::RestoreAllCommand(bool cursors) {
