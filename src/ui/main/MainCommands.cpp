@@ -7,8 +7,10 @@
 #include "foundation/RecentThemes.h"
 #include "foundation/modMacros.h"
 #include "ui/about/frmAbout.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
+#include "ui/main/WhatsThis.h"
 #include "ui/main/WindowPictures.h"
 
 #include <QAction>
@@ -37,6 +39,7 @@ QAction* Main::MenuItem(QMenu* menu, const QString& key, const QString& caption)
     auto* action = menu->addAction(caption);
     action->setObjectName(key);
     const std::string k = key.toStdString();
+    action->setWhatsThis(WhatsThisText(k));
     m_actions[k] = action;
     connect(action, &QAction::triggered, this, [this, k] { Dispatch(k); });
     return action;
@@ -170,6 +173,7 @@ void Main::BuildToolbar() {
         } else {
             action = m_tbMain->addAction(WindowPicture(b.picture), QString::fromUtf8(b.caption));
             const std::string key = b.key;
+            action->setWhatsThis(WhatsThisText(key));
             connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
             const auto item = m_actions.find(key);
             action->setEnabled(key == "cmdHelp" || (item != m_actions.end() && item->second->isEnabled()));
@@ -251,7 +255,7 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress("mailto:" + std::string(kSupportMail)); }},
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
         {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
-        {"cmdHelp", [](Main& w) { w.OpenAddress(HostFileOf(w.m_app, w.m_app.helpFile).string()); }},
+        {"cmdHelp", [](Main& w) { ShowHelpTopic("Contents", &w); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {
