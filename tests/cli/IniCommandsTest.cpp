@@ -102,9 +102,17 @@ TEST_F(IniCommands, Failures) {
     EXPECT_EQ(Ini({}, nullptr).status, 2);
     EXPECT_EQ(Ini({"read", "x.ini", "s"}, nullptr).status, 2);
     EXPECT_EQ(Ini({"frobnicate"}, nullptr).status, 2);
-    const CommandRun run = Ini({"write", m_dir.Path().string(), "s", "k", "v"}, nullptr);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err, "");
+    // A folder is no profile file: every command says so.
+    const std::vector<std::vector<std::string>> commands = {
+        {"write", "s", "k", "v"}, {"read", "s", "k"}, {"keys", "s"}};
+    for (const auto& args : commands) {
+        std::vector<std::string> words = args;
+        words.insert(words.begin() + 1, m_dir.Path().string());
+        const CommandRun run = Ini(words, nullptr);
+        EXPECT_EQ(run.status, 1) << args[0];
+        EXPECT_NE(run.err.find("folder"), std::string::npos) << args[0] << ": " << run.err;
+        EXPECT_EQ(run.out, "") << args[0];
+    }
 }
 
 }  // namespace
