@@ -79,8 +79,9 @@ void Main::BuildMenus() {
     help->setObjectName(QStringLiteral("mnuHelp"));
     MenuItem(help, QStringLiteral("mnuHelp(0)"), QStringLiteral("&Contents and Index"))
         ->setIcon(WindowPicture(Picture::Help, 16));
-    MenuItem(help, QStringLiteral("mnuHelp(1)"), QStringLiteral("What's &This?"))
-        ->setIcon(WindowPicture(Picture::WhatsThis, 16));
+    QAction* whatsThis = MenuItem(help, QStringLiteral("mnuHelp(1)"), QStringLiteral("What's &This?"));
+    whatsThis->setIcon(WindowPicture(Picture::WhatsThis, 16));
+    whatsThis->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F1));
     QMenu* web = help->addMenu(QStringLiteral("Glyphmoor on the &Web"));
     web->setObjectName(QStringLiteral("mnuHelpsub"));
     web->menuAction()->setObjectName(QStringLiteral("mnuHelp(2)"));
