@@ -98,6 +98,9 @@ Machine* CliContext::OpenMachine() {
         return nullptr;
     }
     m_machine = std::move(*machine);
+    if (auto warning = m_machine->StaleWarning()) {
+        err << kProgram << ": warning: " << *warning << '\n';
+    }
     return m_machine.get();
 }
 

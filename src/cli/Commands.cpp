@@ -6,6 +6,7 @@
 #include "cli/IniCommands.h"
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
+#include "cli/UndoCommands.h"
 
 #include <array>
 
@@ -25,7 +26,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 25> kCommands = {{
+constexpr std::array<CliCommand, 26> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -62,7 +63,13 @@ constexpr std::array<CliCommand, 25> kCommands = {{
     {"icons set", "GROUP NAME LOCATION",
      "gives the entry NAME of GROUP (a number or a group name) the icon LOCATION (file,index; a pointer "
      "file for Cursors) and applies it",
-     kAppliesLikeApply, 3, 3, kMachine, IconsSet},
+     "LOCATION must name a file of the machine that holds that icon (a negative index is a resource id),\n"
+     "or a .cur or .ani file for a pointer; otherwise nothing is changed. A bare file name is looked for\n"
+     "in the system folder.\n"
+     "GROUP is a group's number (1 to 7) or its name: Desktop Icons, Start Icons, Folder Icons,\n"
+     "Drive Icons, Other Icons, File Icons, Cursors. NAME is an entry's built-in name. The change is\n"
+     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.",
+     3, 3, kMachine, IconsSet},
     {"icons restore", "GROUP NAME", "puts the entry's default icon back and applies it", kAppliesLikeApply, 2,
      2, kMachine, IconsRestore},
     {"icons rename", "GROUP NAME NEWNAME",
@@ -76,8 +83,8 @@ constexpr std::array<CliCommand, 25> kCommands = {{
     {"icons", "[--group N]",
      "prints the icon catalogue, an entry a line: group, display name, catalogue name, current file, "
      "current index, default file, default index",
-     "Groups 1 to 7 in table order, or group N alone. The catalogue name is empty when it is the\n"
-     "display name.",
+     "Groups 1 to 7 in table order, or group N alone (a number or a group's name). The catalogue\n"
+     "name is empty when it is the display name.",
      0, 2, kMachine, Icons},
     {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
      kHostOrMachineFile, 1, 1, kNoMachine, CmdResources},
@@ -93,6 +100,12 @@ constexpr std::array<CliCommand, 25> kCommands = {{
      "sent",
      "The same rebuild as the window's Tools, Rebuild Icon Cache, its notices answered silently.", 0, 0,
      kMachine, RebuildIcons},
+    {"undo-all", "[--yes]",
+     "returns every value and file the program ever changed on the machine to what it was",
+     "Without --yes prints what it would do, a step a line (restore, delete value, delete key,\n"
+     "remove file) and changes nothing. With --yes it does it: registry values return byte for byte,\n"
+     "keys and files the program made go, and the shell is told to reload its icons.",
+     0, 1, kMachine, UndoAllCommand},
 }};
 
 }  // namespace

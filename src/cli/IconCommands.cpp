@@ -4,13 +4,16 @@
 #include "foundation/AppState.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
+#include "iconfiles/modResource.h"
 #include "icons/IconCacheRebuild.h"
 #include "icons/IconEditing.h"
+#include "icons/OwnDefaults.h"
 #include "prompts/SilentPrompt.h"
 #include "prompts/modMsgbox.h"
 
 #include <array>
 #include <charconv>
+#include <filesystem>
 #include <optional>
 
 namespace glyphmoor {
@@ -96,6 +99,36 @@ std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession&
     return std::nullopt;
 }
 
+// Why LOCATION cannot be given to an entry of the group: the file is not on
+// the machine, or does not hold that icon, or is no pointer file. Nothing when
+// it can.
+std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconLocation& location) {
+    const AppEnvironment app = InitEnvironment(machine.Env());
+    const std::string file = InSystemFolder(app, location.file);
+    const std::filesystem::path host = machine.Env().HostPath(file);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(host, ec)) {
+        return "the machine has no file " + file;
+    }
+    if (group == static_cast<int>(GroupNumber::Cursors)) {
+        const std::string_view extension =
+            std::string_view(file).substr(file.size() >= 4 ? file.size() - 4 : 0);
+        if (EqualsNoCase(extension, ".cur") || EqualsNoCase(extension, ".ani")) {
+            return std::nullopt;
+        }
+        return file + " is not a pointer file (.cur or .ani)";
+    }
+    OwnDefaultFinder finder(machine.Registry(), app);
+    if (finder.Holds(location)) {
+        return std::nullopt;
+    }
+    if (location.index < 0) {
+        return file + " holds no icon with the resource id " + std::to_string(-location.index);
+    }
+    return file + " holds no icon at index " + std::to_string(location.index) + " (it holds " +
+           std::to_string(IconCountOfFile(host)) + ")";
+}
+
 // Runs one staging step on one entry; applies and saves when it changed something.
 template <typename Step>
 int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
@@ -121,6 +154,12 @@ int IconsSet(CliContext& c, CommandArgs a) {
     if (!location || location->file.empty()) {
         c.err << "glyphmoor-cli: '" << a[2] << "' is not an icon location (file,index)\n";
         return kExitUsage;
+    }
+    if (const auto group = GroupArgument(a[0])) {
+        if (auto why = WhyNotUsable(c.TheMachine(), *group, *location)) {
+            c.err << "glyphmoor-cli: " << *why << "; nothing was changed\n";
+            return kExitFailed;
+        }
     }
     return OnEntry(c, a[0], a[1], [&](IconSession& s, int number, std::size_t position) {
         return ChangeIcon(s.catalogue, s.state, number, position, *location);
@@ -186,9 +225,10 @@ int IconsRestoreAll(CliContext& c, CommandArgs a) {
 int Icons(CliContext& c, CommandArgs a) {
     std::optional<int> only;
     if (a.size() == 2 && a[0] == "--group") {
-        only = ParseGroup(a[1]);
+        only = GroupArgument(a[1]);
         if (!only) {
-            c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount << '\n';
+            c.err << "glyphmoor-cli: --group takes a group number from 1 to " << kIconGroupCount
+                  << " or a group's name\n";
             return UsageError(c, "icons");
         }
     } else if (!a.empty()) {

@@ -26,6 +26,7 @@ AppEnvironment InitEnvironment(const Environment& env) {
     app.windowsName = flavour.name;
     app.winDir = env.WindowsDirectory();
     app.sysDir = env.SystemDirectory();
+    app.kind = env.Kind();
     app.currentDirectory = programDir;
     return app;
 }

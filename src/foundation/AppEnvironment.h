@@ -38,6 +38,8 @@ struct AppEnvironment {
     // As GetWindowsDirectoryA and GetSystemDirectoryA give them: no trailing backslash.
     std::string winDir;
     std::string sysDir;
+    // Whose defaults the machine has (see MachineKind).
+    MachineKind kind = MachineKind::Described;
     // The current directory that relative theme paths are taken from: the
     // program's folder, where the program starts.
     std::string currentDirectory;

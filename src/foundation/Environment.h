@@ -4,6 +4,8 @@
 // the folder's registry and layout (MachineEnvironment).
 #pragma once
 
+#include "foundation/MachineKind.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -38,6 +40,8 @@ public:
     Environment& operator=(const Environment&) = delete;
 
     [[nodiscard]] virtual OsVersion Version() const = 0;
+    // Whose defaults the machine has: the described Windows', Wine's or its own.
+    [[nodiscard]] virtual MachineKind Kind() const = 0;
     // GetWindowsDirectory and GetSystemDirectory: Windows paths without a
     // trailing backslash ("C:\WINDOWS").
     [[nodiscard]] virtual std::string WindowsDirectory() const = 0;

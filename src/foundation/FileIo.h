@@ -46,7 +46,10 @@ FileStamp StampOf(const std::filesystem::path& file);
 // of the host: in the folder for temporary files.
 std::filesystem::path ProfileLockFile();
 
-// An exclusive advisory lock held on a lock file for the object's lifetime.
+// An exclusive advisory lock held for the object's lifetime. Given a folder,
+// the lock is taken on the folder itself where the system allows it (so no
+// file is left behind in a machine the program only changed), else on the
+// file ".glyphmoor.lock" inside it.
 class FileLock {
 public:
     static Result<std::unique_ptr<FileLock>> Acquire(const std::filesystem::path& lockFile);

@@ -41,7 +41,10 @@ std::filesystem::path ProfileLockFile() {
 }
 
 Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockFile) {
-    const int fd = ::open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    std::error_code ec;
+    const int fd = std::filesystem::is_directory(lockFile, ec)
+                       ? ::open(lockFile.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)
+                       : ::open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0) {
         return Fail("cannot open the lock file " + lockFile.string() + ": " + ErrnoText());
     }

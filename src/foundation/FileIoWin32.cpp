@@ -26,7 +26,10 @@ std::filesystem::path ProfileLockFile() {
     return (error ? std::filesystem::path(".") : folder) / "glyphmoor-profiles.lock";
 }
 
-Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockFile) {
+Result<std::unique_ptr<FileLock>> FileLock::Acquire(const std::filesystem::path& lockPath) {
+    std::error_code ec;
+    const std::filesystem::path lockFile =
+        std::filesystem::is_directory(lockPath, ec) ? lockPath / ".glyphmoor.lock" : lockPath;
     HANDLE handle =
         ::CreateFileW(lockFile.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                       nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

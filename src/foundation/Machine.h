@@ -6,6 +6,7 @@
 // (an Apply, a save, a close).
 #pragma once
 
+#include "foundation/Baseline.h"
 #include "foundation/Environment.h"
 #include "foundation/RegistryStore.h"
 #include "foundation/Result.h"
@@ -13,6 +14,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace glyphmoor {
 
@@ -23,12 +26,22 @@ public:
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
 
-    virtual RegistryStore& Registry() = 0;
+    // The machine's registry. Every change made through it outside the
+    // program's own key is recorded in the machine's baseline first.
+    virtual BaselineRegistry& Registry() = 0;
     virtual const Environment& Env() const = 0;
     virtual System& Sys() = 0;
     // Writes back what changed since the last save. Fails with a reason and
     // leaves the machine's files as they were.
+    // The first save that follows a write to the machine also sets up the
+    // program's folder there (see EnsureProgramFolder).
     virtual Status Save() = 0;
+    // Said once when the machine is opened: a wineserver runs for the prefix,
+    // so its files may be older than what the server holds. Nothing otherwise.
+    [[nodiscard]] virtual std::optional<std::string> StaleWarning() const { return std::nullopt; }
+    // Which machine this is, for the window to show: "the default machine
+    // (DIR)", "Wine prefix DIR", "machine folder DIR" or "this Windows".
+    [[nodiscard]] virtual std::string Description() const = 0;
 };
 
 // A machine folder laid out like a Wine prefix.

@@ -87,7 +87,9 @@ OsVersion MachineVersion(RegistryStore& registry) {
 }
 
 MachineEnvironment::MachineEnvironment(MachineFolder folder, RegistryStore& registry)
-    : m_folder(std::move(folder)), m_version(MachineVersion(registry)) {
+    : m_folder(std::move(folder)),
+      m_version(MachineVersion(registry)),
+      m_kind(FolderKind(m_folder.Dir(), registry)) {
     // Windows NT records its folder under Windows NT\CurrentVersion, and so does
     // every Wine prefix, whose system folder is system32 whatever the version;
     // Windows 95 and 98 record it under Windows\CurrentVersion, with SYSTEM.

@@ -22,6 +22,7 @@ public:
     MachineEnvironment(MachineFolder folder, RegistryStore& registry);
 
     [[nodiscard]] OsVersion Version() const override { return m_version; }
+    [[nodiscard]] MachineKind Kind() const override { return m_kind; }
     [[nodiscard]] std::string WindowsDirectory() const override { return m_windowsDirectory; }
     [[nodiscard]] std::string SystemDirectory() const override { return m_systemDirectory; }
     [[nodiscard]] std::string ProgramDirectory() const override {
@@ -37,6 +38,7 @@ public:
 private:
     MachineFolder m_folder;
     OsVersion m_version;
+    MachineKind m_kind;
     std::string m_windowsDirectory;
     std::string m_systemDirectory;
 };

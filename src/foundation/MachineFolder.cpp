@@ -71,7 +71,7 @@ fs::path MachineFolder::HiveFile(HiveId hive) const {
 }
 
 fs::path MachineFolder::LockFile() const {
-    return m_dir / ".glyphmoor.lock";
+    return m_dir;
 }
 
 fs::path MachineFolder::DriveRoot(char letter) const {

@@ -24,6 +24,7 @@ public:
 
     [[nodiscard]] const std::filesystem::path& Dir() const { return m_dir; }
     [[nodiscard]] std::filesystem::path HiveFile(HiveId hive) const;
+    // What saves lock: the folder itself (see FileLock).
     [[nodiscard]] std::filesystem::path LockFile() const;
 
     // The root folder of a drive letter: dosdevices/x: when Wine maps it, and

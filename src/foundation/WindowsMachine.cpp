@@ -25,14 +25,16 @@ std::wstring Wide(std::string_view text) {
 
 class SystemMachine final : public Machine {
 public:
-    RegistryStore& Registry() override { return m_registry; }
+    BaselineRegistry& Registry() override { return m_baseline; }
     const Environment& Env() const override { return m_environment; }
     System& Sys() override { return m_system; }
     // The real registry keeps every change as it is made.
     Status Save() override { return {}; }
+    std::string Description() const override { return "this Windows"; }
 
 private:
     WindowsRegistry m_registry;
+    BaselineRegistry m_baseline{m_registry};
     WindowsEnvironment m_environment;
     WindowsSystem m_system;
 };

@@ -11,6 +11,7 @@ namespace glyphmoor {
 class WindowsEnvironment final : public Environment {
 public:
     [[nodiscard]] OsVersion Version() const override;
+    [[nodiscard]] MachineKind Kind() const override { return MachineKind::RealWindows; }
     [[nodiscard]] std::string WindowsDirectory() const override;
     [[nodiscard]] std::string SystemDirectory() const override;
     // The folder the program's own file is in.

@@ -1,8 +1,8 @@
 // The records of a resource-only PE file, as Microsoft's "PE Format"
-// specification (the Portable Executable and Common Object File Format, and
+// document (the Portable Executable and Common Object File Format, and
 // winnt.h's IMAGE_* structures) lays them out: little-endian, no padding.
 // The structs mirror the records field for field, and their sizes are checked
-// against the specification's; ByteWriter writes them field by field.
+// against the sizes that document gives; ByteWriter writes them field by field.
 #pragma once
 
 #include <array>

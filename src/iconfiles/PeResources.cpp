@@ -167,7 +167,22 @@ Result<PeHeaders> ReadPeHeaders(const ByteReader& file, std::size_t peOffset) {
     return headers;
 }
 
-// One name of a type: its first language's data, where the file holds it.
+// US English, else the neutral language, else the first of a resource's
+// languages, as an English Windows finds them.
+const TreeEntry& PreferredLanguage(const std::vector<TreeEntry>& languages) {
+    constexpr std::uint32_t kEnglishUs = 0x409;
+    constexpr std::uint32_t kNeutral = 0;
+    for (std::uint32_t wanted : {kEnglishUs, kNeutral}) {
+        for (const TreeEntry& entry : languages) {
+            if (entry.name == wanted) {
+                return entry;
+            }
+        }
+    }
+    return languages.front();
+}
+
+// One name of a type: its preferred language's data, where the file holds it.
 // Nothing for a name without any language.
 Result<std::optional<ResourceData>> ReadNamedResource(const ByteReader& tree, const PeImage& image,
                                                       const TreeEntry& n, std::size_t fileSize) {
@@ -178,7 +193,7 @@ Result<std::optional<ResourceData>> ReadNamedResource(const ByteReader& tree, co
         if (languages.empty()) {
             return std::optional<ResourceData>();
         }
-        dataEntry = languages.front().target;
+        dataEntry = PreferredLanguage(languages).target;
         if ((dataEntry & kHighBit) != 0) {
             return Fail("the resource tree is deeper than three levels");
         }
@@ -209,7 +224,8 @@ Result<ResourceDirectory> ReadPeResources(const ByteReader& file, std::size_t pe
 
     // The tree has three levels as Windows reads it: type, name, language.
     // Only those three are walked, so a tree whose offsets loop back cannot
-    // make the reader recurse; of the languages the first is taken.
+    // make the reader recurse; of the languages US English is taken, else the
+    // neutral language, else the first.
     auto types = TRY(ReadNode(*tree, 0));
     std::size_t total = 0;
     for (const TreeEntry& t : types) {

@@ -2,6 +2,9 @@
 
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
+#include "icons/OwnDefaults.h"
+
+#include <cstdlib>
 
 #include <algorithm>
 #include <span>
@@ -286,12 +289,6 @@ constexpr Row kCursors[] = {
 constexpr std::string_view kSystemRoot = "%systemroot%";
 constexpr std::string_view kDefaultRecycleName = "Recycle Bin";
 
-// The program's folder: its file's path up to the last backslash.
-std::string ProgramFolder(const AppEnvironment& app) {
-    const auto slash = app.programFile.rfind('\\');
-    return slash == std::string::npos ? std::string() : app.programFile.substr(0, slash);
-}
-
 bool Readable(std::string_view text) {
     return !text.empty() && text != kRegError;
 }
@@ -304,7 +301,7 @@ std::string DefaultIconOf(std::string_view key) {
 class RowWalker {
 public:
     RowWalker(RegistryStore& registry, const AppEnvironment& app, const ShellIconState& state)
-        : m_registry(registry), m_app(app), m_state(state) {}
+        : m_registry(registry), m_app(app), m_state(state), m_ownDefaults(registry, app) {}
 
     void Fill(IconGroup& group, std::span<const Row> rows, bool includeShortcutOverlay) {
         m_includeShortcutOverlay = includeShortcutOverlay;
@@ -313,20 +310,69 @@ public:
             if (!Holds(row)) {
                 continue;
             }
-            std::string display;
-            if (row.name == Name::RecycleBin) {
-                display = RecycleName();
+            std::string display =
+                (row.name == Name::RecycleBin ? RecycleName() : std::string()) + std::string(row.display);
+            const IconStore store = StoreOf(row);
+            OwnDefault byDefault{{DefaultFile(row), DefaultIndex(row)}, false};
+            if (KeepsOwnDefaults(m_app.kind)) {
+                auto own = OwnDefaultOf(row, store, byDefault.location);
+                if (!own) {
+                    continue;  // the machine has no such object, or no picture for it
+                }
+                byDefault = std::move(*own);
             }
-            display += row.display;
-            AddCatalogueEntry(m_registry, m_app.winDir, group, std::move(display), StoreOf(row),
-                              DefaultFile(row), DefaultIndex(row),
-                              row.name == Name::UserGiven ? ClassKeyOf(row) : std::string(),
-                              std::string(row.catalogueName));
+            if (!AddCatalogueEntry(m_registry, m_app.winDir, group, std::move(display), store,
+                                   byDefault.location.file, byDefault.location.index,
+                                   row.name == Name::UserGiven ? ClassKeyOf(row) : std::string(),
+                                   std::string(row.catalogueName))) {
+                continue;
+            }
+            SystemIconEntry& added = group.At(group.Count() - 1);
+            ShowOwnName(row, added);
+            added.defaultAbsent = byDefault.absent;
+            added.loaded = added.Current();
+            added.loadedName = added.displayName;
         }
         group.Refresh();
     }
 
 private:
+    // A row's own default on a machine that has the row's object.
+    std::optional<OwnDefault> OwnDefaultOf(const Row& row, const IconStore& store,
+                                           const IconLocation& described) {
+        const bool classRow = row.store == Store::ObjectIcon || row.store == Store::KeyIcon;
+        if ((classRow && !RegKeyExists(m_registry, ClassKeyOf(row))) || store.path.empty()) {
+            return std::nullopt;
+        }
+        OwnDefaultQuery query{store, described, {}, {}, {}};
+        if (row.store == Store::ShellIcons) {
+            query.shellIndex = std::atoi(store.valueName.c_str());
+        } else if (row.store == Store::FileClass) {
+            query.fileClass = FileClass(row);
+        } else if (row.store == Store::Cursors) {
+            query.cursorValue = row.key;
+        }
+        return m_ownDefaults.Find(query);
+    }
+
+    // The name the machine's shell shows for a renamable object.
+    void ShowOwnName(const Row& row, SystemIconEntry& entry) {
+        if (!KeepsOwnDefaults(m_app.kind)) {
+            return;
+        }
+        const std::string key = row.name == Name::RecycleBin  ? m_state.ClassKey(DesktopObject::RecycleBin)
+                                : row.name == Name::UserGiven ? ClassKeyOf(row)
+                                                              : std::string();
+        const auto shown = ShownName(m_registry, m_app, key);
+        if (!shown) {
+            return;
+        }
+        if (entry.catalogueName.empty()) {
+            entry.catalogueName = entry.displayName;
+        }
+        entry.displayName = row.name == Name::RecycleBin ? *shown + std::string(row.display) : *shown;
+    }
+
     bool Holds(const Row& row) const {
         switch (row.when) {
             case When::Always:
@@ -364,8 +410,13 @@ private:
             case Store::ObjectIcon:
             case Store::KeyIcon:
                 return {DefaultIconOf(ClassKeyOf(row)), std::string(row.value)};
-            case Store::FileClass:
-                return {DefaultIconOf("HKEY_CLASSES_ROOT\\" + FileClass(row)), {}};
+            case Store::FileClass: {
+                // A type without a readable class has no icon store: "Error"
+                // is a marker, never a class name.
+                const std::string fileClass = FileClass(row);
+                return Readable(fileClass) ? IconStore{DefaultIconOf("HKEY_CLASSES_ROOT\\" + fileClass), {}}
+                                           : IconStore{};
+            }
             case Store::Cursors:
                 return {std::string(kCursorsPath), std::string(row.key)};
         }
@@ -437,6 +488,7 @@ private:
     RegistryStore& m_registry;
     const AppEnvironment& m_app;
     const ShellIconState& m_state;
+    OwnDefaultFinder m_ownDefaults;
     bool m_includeShortcutOverlay = true;
 };
 
@@ -459,7 +511,10 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
                           .defaultFile = std::move(defaultFile),
                           .defaultIndex = defaultIndex,
                           .store = store,
-                          .classKey = std::move(classKey)};
+                          .classKey = std::move(classKey),
+                          .defaultAbsent = false,
+                          .loaded = {},
+                          .loadedName = {}};
     entry.currentFile = entry.defaultFile;
     std::string stored = GetRegString(registry, store.path, store.valueName);
     if (Readable(stored)) {
@@ -478,7 +533,7 @@ bool AddCatalogueEntry(RegistryStore& registry, std::string_view winDir, IconGro
 }
 
 bool ShortcutOverlayHidden(RegistryStore& registry, const AppEnvironment& app) {
-    return GetRegString(registry, kShellIconsPath, "29") == ProgramFolder(app) + "\\blank.ico";
+    return GetRegString(registry, kShellIconsPath, "29") == app.machine.ProgramDirectory() + "\\blank.ico";
 }
 
 IconCatalogue::IconCatalogue(RegistryStore& registry, const AppEnvironment& app)

@@ -69,6 +69,7 @@ public:
     void BuildCursorCatalogue();
 
     [[nodiscard]] bool Detected() const { return m_state.has_value(); }
+    [[nodiscard]] const AppEnvironment& App() const { return m_app; }
     [[nodiscard]] const ShellIconState& State() const { return *m_state; }
     // Groups 1 to 6 have been built: the apply step writes icons only then.
     [[nodiscard]] bool Built() const { return m_built; }

@@ -1,8 +1,10 @@
 #include "icons/IconEditing.h"
 
+#include "foundation/Baseline.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
+#include "icons/OwnDefaults.h"
 
 #include <algorithm>
 
@@ -40,20 +42,76 @@ std::string RecycleBinName(const IconGroup& desktop) {
     return {};
 }
 
-void WriteEntry(RegistryStore& registry, const SystemIconEntry& entry) {
-    SetRegString(registry, entry.store.path, entry.store.valueName, entry.Current().Text());
-}
+// How the apply step writes: on the described Windows every entry of a marked
+// group is written, as the program always has; on a machine with defaults of
+// its own only what the user changed, and a default put back is the machine's
+// own value, byte for byte, or no value.
+struct EntryWriter {
+    RegistryStore& registry;
+    const AppEnvironment& app;
+    bool ownDefaults = false;
 
-void WriteGroup(RegistryStore& registry, const IconGroup& group) {
-    for (const SystemIconEntry& e : group.Entries()) {
-        WriteEntry(registry, e);
+    // `mayRemove`: putting the default back may remove the value (not for a
+    // value the entry only follows, such as the Recycle Bin's unnamed one).
+    void Text(const IconStore& store, const SystemIconEntry& entry, const std::string& text,
+              bool mayRemove = true) const {
+        if (store.path.empty()) {
+            return;  // a file type without a class has nowhere to go
+        }
+        if (!ownDefaults) {
+            SetRegString(registry, store.path, store.valueName, text);
+            return;
+        }
+        if (!entry.IconChanged()) {
+            return;
+        }
+        if (entry.Current() == entry.Default()) {
+            if (RestoreRecordedValue(registry, store.path, store.valueName)) {
+                return;
+            }
+            if (entry.defaultAbsent) {
+                if (mayRemove) {
+                    DeleteRegValue(registry, store.path, store.valueName);
+                }
+                return;
+            }
+        }
+        SetRegString(registry, store.path, store.valueName, text);
     }
-}
+
+    void Entry(const SystemIconEntry& entry) const { Text(entry.store, entry, entry.Current().Text()); }
+
+    void Group(const IconGroup& group) const {
+        for (const SystemIconEntry& e : group.Entries()) {
+            Entry(e);
+        }
+    }
+
+    // A renamed object's name. Where the shell shows a "LocalizedString" that
+    // is where the name goes; the machine's own name given again puts its own
+    // value back.
+    void Name(const std::string& classKey, const std::string& name, bool changed) const {
+        if (!ownDefaults) {
+            SetRegString(registry, classKey, "", name);
+            return;
+        }
+        if (!changed) {
+            return;
+        }
+        const std::string valueName = ShownNameValue(registry, classKey);
+        const auto before = BaselineValueOf(registry, classKey, valueName);
+        if (before && ResolveShownName(app, RegValueText(*before)) == name &&
+            RestoreRecordedValue(registry, classKey, valueName)) {
+            return;
+        }
+        SetRegString(registry, classKey, valueName, name);
+    }
+};
 
 // Group 1. The bin's unnamed value follows the empty or the full icon as the
 // bin was before this write: empty when its unnamed value and its "empty"
 // value were the same, compared without regard to case.
-void WriteDesktopIcons(RegistryStore& registry, const IconGroup& group) {
+void WriteDesktopIcons(const EntryWriter& write, const IconGroup& group) {
     const SystemIconEntry* empty = nullptr;
     const SystemIconEntry* full = nullptr;
     for (const SystemIconEntry& e : group.Entries()) {
@@ -62,38 +120,48 @@ void WriteDesktopIcons(RegistryStore& registry, const IconGroup& group) {
         } else if (e.Key() == kRecycleFullName) {
             full = &e;
         } else {
-            WriteEntry(registry, e);
+            write.Entry(e);
         }
     }
     if (empty == nullptr || full == nullptr) {
         return;
     }
     const std::string& binIcons = empty->store.path;
+    RegistryStore& registry = write.registry;
     const bool binIsEmpty =
         EqualsNoCase(GetRegString(registry, binIcons, ""), GetRegString(registry, binIcons, "empty"));
-    SetRegString(registry, binIcons, "", (binIsEmpty ? empty : full)->Current().Text());
-    WriteEntry(registry, *empty);
-    WriteEntry(registry, *full);
+    const SystemIconEntry& shown = binIsEmpty ? *empty : *full;
+    write.Text({binIcons, {}}, shown, shown.Current().Text(), false);
+    write.Entry(*empty);
+    write.Entry(*full);
 }
 
-void WriteNames(RegistryStore& registry, const IconGroup& group, std::string_view recycleBinKey) {
+void WriteNames(const EntryWriter& write, const IconGroup& group, std::string_view recycleBinKey) {
     for (const SystemIconEntry& e : group.Entries()) {
         if (IsRecycleBin(e) || e.classKey.empty() || !IsRenamable(e)) {
             continue;
         }
-        SetRegString(registry, e.classKey, "", e.displayName);
+        write.Name(e.classKey, e.displayName, e.NameChanged());
     }
     if (group.Number() == kDesktopGroup && !recycleBinKey.empty()) {
-        SetRegString(registry, recycleBinKey, "", RecycleBinName(group));
+        const SystemIconEntry* bin = group.Find(kRecycleEmptyName);
+        write.Name(std::string(recycleBinKey), RecycleBinName(group), bin != nullptr && bin->NameChanged());
     }
 }
 
-void WriteFileIcons(RegistryStore& registry, const IconGroup& group, bool bitmapThumbnail) {
-    WriteGroup(registry, group);
+void WriteFileIcons(const EntryWriter& write, const IconGroup& group, std::optional<bool> bitmapThumbnail,
+                    bool readThumbnail) {
+    write.Group(group);
     if (group.Find(kBitmapName) == nullptr) {
         return;
     }
-    if (bitmapThumbnail) {
+    // The bitmap rule belongs to its tweak: on a machine with defaults of its
+    // own it is written only when the tweak was changed.
+    if (write.ownDefaults && !bitmapThumbnail) {
+        return;
+    }
+    RegistryStore& registry = write.registry;
+    if (bitmapThumbnail.value_or(readThumbnail)) {
         SetRegString(registry, kBmpClassPath, "", "Paint.Picture");
         SetRegString(registry, kBmpShellNewPath, "Command", "");
         SetRegString(registry, kPaintPictureIconPath, "", "%1");
@@ -104,11 +172,11 @@ void WriteFileIcons(RegistryStore& registry, const IconGroup& group, bool bitmap
 
 // Pointers: each file alone, in the shell's order, then the fifteen
 // SPI_SETCURSORS calls that make the shell load them again.
-void WriteCursors(RegistryStore& registry, System& system, const IconGroup& group) {
+void WriteCursors(const EntryWriter& write, System& system, const IconGroup& group) {
     for (std::string_view value : kCursorWriteOrder) {
         for (const SystemIconEntry& e : group.Entries()) {
             if (EqualsNoCase(e.store.valueName, value)) {
-                SetRegString(registry, e.store.path, e.store.valueName, e.currentFile);
+                write.Text(e.store, e, e.currentFile);
                 break;
             }
         }
@@ -250,8 +318,8 @@ void RestoreAll(IconCatalogue& catalogue, RegistryStore& registry, AppState& sta
 
 void ApplyIcons(IconCatalogue& catalogue, RegistryStore& registry, System& system, const AppState& state,
                 const IconNameMarks& names, std::optional<bool> bitmapThumbnail) {
-    const bool thumbnail =
-        bitmapThumbnail.value_or(GetRegString(registry, kPaintPictureIconPath, "") == "%1");
+    const bool readThumbnail = GetRegString(registry, kPaintPictureIconPath, "") == "%1";
+    const EntryWriter write{registry, catalogue.App(), KeepsOwnDefaults(catalogue.App().kind)};
     const auto marked = [&](GroupNumber n) {
         return state.groupChanged.at(static_cast<std::size_t>(static_cast<int>(n) - 1));
     };
@@ -259,30 +327,30 @@ void ApplyIcons(IconCatalogue& catalogue, RegistryStore& registry, System& syste
         catalogue.Detected() ? catalogue.State().ClassKey(DesktopObject::RecycleBin) : std::string();
 
     if (marked(GroupNumber::DesktopIcons)) {
-        WriteDesktopIcons(registry, catalogue.Group(GroupNumber::DesktopIcons));
+        WriteDesktopIcons(write, catalogue.Group(GroupNumber::DesktopIcons));
     }
     if (names.desktopNamesChanged) {
-        WriteNames(registry, catalogue.Group(GroupNumber::DesktopIcons), recycleBinKey);
+        WriteNames(write, catalogue.Group(GroupNumber::DesktopIcons), recycleBinKey);
     }
     if (marked(GroupNumber::StartIcons)) {
-        WriteGroup(registry, catalogue.Group(GroupNumber::StartIcons));
+        write.Group(catalogue.Group(GroupNumber::StartIcons));
     }
     if (marked(GroupNumber::FolderIcons)) {
-        WriteGroup(registry, catalogue.Group(GroupNumber::FolderIcons));
+        write.Group(catalogue.Group(GroupNumber::FolderIcons));
     }
     if (names.folderNamesChanged) {
-        WriteNames(registry, catalogue.Group(GroupNumber::FolderIcons), {});
+        WriteNames(write, catalogue.Group(GroupNumber::FolderIcons), {});
     }
     for (GroupNumber n : {GroupNumber::DriveIcons, GroupNumber::OtherIcons}) {
         if (marked(n)) {
-            WriteGroup(registry, catalogue.Group(n));
+            write.Group(catalogue.Group(n));
         }
     }
     if (marked(GroupNumber::FileIcons)) {
-        WriteFileIcons(registry, catalogue.Group(GroupNumber::FileIcons), thumbnail);
+        WriteFileIcons(write, catalogue.Group(GroupNumber::FileIcons), bitmapThumbnail, readThumbnail);
     }
     if (marked(GroupNumber::Cursors)) {
-        WriteCursors(registry, system, catalogue.Group(GroupNumber::Cursors));
+        WriteCursors(write, system, catalogue.Group(GroupNumber::Cursors));
     }
     StoreCurrentTheme(registry, state.currentTheme);
 }
@@ -294,6 +362,15 @@ void ApplyIconChanges(IconCatalogue& catalogue, RegistryStore& registry, System&
     }
     if (catalogue.Built()) {
         ApplyIcons(catalogue, registry, system, state, names, bitmapThumbnail);
+    }
+    // What was written is what the machine holds now.
+    for (int number = 1; number <= kIconGroupCount; ++number) {
+        IconGroup& group = catalogue.Group(number);
+        for (std::size_t i = 0; i < group.Count(); ++i) {
+            SystemIconEntry& e = group.At(i);
+            e.loaded = e.Current();
+            e.loadedName = e.displayName;
+        }
     }
     state.groupChanged.fill(false);
     names = {};

@@ -127,9 +127,13 @@ void RestoreAll(IconCatalogue& catalogue, RegistryStore& registry, AppState& sta
 
 // Writes the marked groups, in the order Desktop Icons, desktop names, Start,
 // Folder, folder names, Drive, Other, File Icons, Cursors, and last "Current
-// Theme". `bitmapThumbnail` is the state of the tweak "Bitmap Thumbnail as
-// Default Icon"; without one (the tweak tree not loaded) it is read from the
-// registry as the tweak reads it, before anything is written.
+// Theme". On a machine with defaults of its own (a Wine prefix, Windows itself)
+// only the entries and names the user changed are written, and an entry put
+// back to its default gets the machine's own value again, or none.
+// `bitmapThumbnail` is the state of the tweak "Bitmap Thumbnail as Default
+// Icon"; without one (the tweak tree not loaded) it is read from the registry
+// as the tweak reads it, before anything is written (on a machine with
+// defaults of its own the bitmap rule is then not written at all).
 void ApplyIcons(IconCatalogue& catalogue, RegistryStore& registry, System& system, const AppState& state,
                 const IconNameMarks& names, std::optional<bool> bitmapThumbnail = std::nullopt);
 

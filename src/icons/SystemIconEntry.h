@@ -39,11 +39,22 @@ struct SystemIconEntry {
     IconStore store;
     std::string classKey;
 
+    // On a machine with defaults of its own (see MachineKind): the default is
+    // the machine's own, and restoring it means removing the value when the
+    // machine held none.
+    bool defaultAbsent = false;
+    // The icon and the name as the build read them, so that the apply step
+    // can tell what the user changed.
+    IconLocation loaded;
+    std::string loadedName;
+
     // The name the entry is found by, with its group's name: the catalogue
     // name, else the display name. Never the name the user gave an object.
     [[nodiscard]] std::string_view Key() const { return catalogueName.empty() ? displayName : catalogueName; }
     [[nodiscard]] IconLocation Current() const { return {currentFile, currentIndex}; }
     [[nodiscard]] IconLocation Default() const { return {defaultFile, defaultIndex}; }
+    [[nodiscard]] bool IconChanged() const { return Current() != loaded; }
+    [[nodiscard]] bool NameChanged() const { return displayName != loadedName; }
 
     friend bool operator==(const SystemIconEntry&, const SystemIconEntry&) = default;
 };

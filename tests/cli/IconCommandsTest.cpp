@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -125,7 +127,7 @@ TEST(IconCommands, RefusesAGroupItDoesNotHave) {
     for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
              {"icons", "--group", "0"},
              {"icons", "--group", "8"},
-             {"icons", "--group", "Cursors"},
+             {"icons", "--group", "Pointers"},
              {"icons", "--group"},
              {"icons", "7"},
          }) {
@@ -136,6 +138,15 @@ TEST(IconCommands, RefusesAGroupItDoesNotHave) {
         EXPECT_EQ(run.out, "") << args.back();
         EXPECT_NE(run.err.find("usage: glyphmoor-cli icons [--group N]"), std::string::npos) << args.back();
     }
+}
+
+// An icon library (the default machine's shell32.dll) and a pointer file at
+// C:\lib.dll and C:\busy.ani of the machine.
+void PutIconFiles(const TempMachine& machine) {
+    const std::filesystem::path driveC = machine.Dir() / "drive_c";
+    std::filesystem::create_directories(driveC);
+    std::filesystem::copy_file(SeedDirs().back() / "drive_c/WINDOWS/SYSTEM/shell32.dll", driveC / "lib.dll");
+    std::ofstream(driveC / "busy.ani") << "RIFF";
 }
 
 // The staging commands apply and save: each row runs one command on a fresh
@@ -153,8 +164,17 @@ TEST(IconCommands, StagingCommandsApplyAndSave) {
         std::string value;  // what "reg read" prints afterwards
     };
     const std::vector<Row> rows = {
-        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, 0, shellIcons, "24", "C:\\run.ico,3"},
-        {{"icons", "set", "Start Icons", "run", "C:\\run.ico"}, 0, shellIcons, "24", "C:\\run.ico,0"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,3"}, 0, shellIcons, "24", "C:\\lib.dll,3"},
+        {{"icons", "set", "Start Icons", "run", "C:\\lib.dll"}, 0, shellIcons, "24", "C:\\lib.dll,0"},
+        // A location the machine cannot draw is refused and nothing is written.
+        {{"icons", "set", "2", "Run", "C:\\none.dll,3"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,4000"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,-4000"}, 1, shellIcons, "24", "Error"},
+        {{"icons", "set", "Cursors", "Busy", "C:\\lib.dll"},
+         1,
+         "HKEY_CURRENT_USER\\Control Panel\\Cursors",
+         "Wait",
+         "Error"},
         {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"},
          0,
          "HKEY_CURRENT_USER\\Control Panel\\Cursors",
@@ -183,6 +203,7 @@ TEST(IconCommands, StagingCommandsApplyAndSave) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.args[1] + " " + row.args[3 % row.args.size()]);
         TempMachine machine;
+        PutIconFiles(machine);
         const std::string dir = machine.Dir().string();
         std::vector<std::string> full = {"--machine", dir};
         full.insert(full.end(), row.args.begin(), row.args.end());
@@ -203,11 +224,12 @@ TEST(IconCommands, AnIconChangeRebuildsTheIconCacheAsApplyDoes) {
         std::string size;
     };
     const Case cases[] = {
-        {{"icons", "set", "2", "Run", "C:\\run.ico,3"}, "32"},
+        {{"icons", "set", "2", "Run", "C:\\lib.dll,3"}, "32"},
         {{"icons", "set", "Cursors", "Busy", "C:\\busy.ani"}, "Error"},
     };
     for (const auto& k : cases) {
         TempMachine machine;
+        PutIconFiles(machine);
         std::vector<std::string> args = {"--machine", machine.Dir().string()};
         args.insert(args.end(), k.change.begin(), k.change.end());
         ASSERT_EQ(RunIcons(args).status, kExitOk);
@@ -228,6 +250,48 @@ TEST(IconCommands, RestoringAllAsksTheWindowsQuestionFirst) {
                   "Are you sure you want to continue?"),
               std::string::npos)
         << run.err;
+}
+
+}  // namespace
+}  // namespace glyphmoor::test
+
+namespace glyphmoor::test {
+namespace {
+
+TEST(UndoAllCommand, ShowsWhatReturnsThenReturnsIt) {
+    TempMachine machine;
+    PutIconFiles(machine);
+    const std::string dir = machine.Dir().string();
+    const std::string shellIcons =
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\explorer\\Shell Icons";
+    ASSERT_EQ(RunIcons({"--machine", dir, "icons", "set", "Start Icons", "Run", "C:\\lib.dll,3"}).status,
+              kExitOk);
+
+    const CliRun preview = RunIcons({"--machine", dir, "undo-all"});
+    EXPECT_EQ(preview.status, kExitOk);
+    EXPECT_NE(preview.out.find("delete value\t" + shellIcons + "\t24\n"), std::string::npos) << preview.out;
+    EXPECT_NE(preview.out.find("remove file\tC:\\Program Files\\Glyphmoor\\Glyphmoor.exe\n"),
+              std::string::npos);
+    EXPECT_EQ(RunIcons({"--machine", dir, "reg", "read", shellIcons, "24"}).out, "C:\\lib.dll,3\n")
+        << "the preview changes nothing";
+
+    EXPECT_EQ(RunIcons({"--machine", dir, "undo-all", "--yes"}).status, kExitOk);
+    EXPECT_EQ(RunIcons({"--machine", dir, "reg", "read", shellIcons, "24"}).out, "Error\n");
+    EXPECT_FALSE(std::filesystem::exists(machine.Dir() / "drive_c/Program Files/Glyphmoor"));
+    const CliRun again = RunIcons({"--machine", dir, "undo-all"});
+    EXPECT_EQ(again.out, "");
+    EXPECT_NE(again.err.find("as it was before the program first changed it"), std::string::npos);
+    EXPECT_EQ(RunIcons({"--machine", dir, "undo-all", "--now"}).status, kExitUsage);
+}
+
+TEST(IconCommands, GroupsAreNamedOrNumbered) {
+    TempMachine machine;
+    const std::string dir = machine.Dir().string();
+    const CliRun byName = RunIcons({"--machine", dir, "icons", "--group", "start icons"});
+    const CliRun byNumber = RunIcons({"--machine", dir, "icons", "--group", "2"});
+    EXPECT_EQ(byName.status, kExitOk);
+    EXPECT_EQ(byName.out, byNumber.out);
+    EXPECT_EQ(byName.out.substr(0, 2), "2\t");
 }
 
 }  // namespace

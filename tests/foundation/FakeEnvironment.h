@@ -24,9 +24,13 @@ public:
           m_sysDir(std::move(sysDir)) {}
 
     OsVersion Version() const override { return m_version; }
+    MachineKind Kind() const override { return kind; }
     std::string WindowsDirectory() const override { return m_winDir; }
     std::string SystemDirectory() const override { return m_sysDir; }
     std::string ProgramDirectory() const override { return "C:\\Program Files\\Glyphmoor"; }
+
+    // What the test says the machine is; the described Windows unless set.
+    MachineKind kind = MachineKind::Described;
 
     std::filesystem::path HostPath(std::string_view windowsPath) const override {
         if (windowsPath.size() < 2 || windowsPath[1] != ':' || (windowsPath[0] | 0x20) != 'c') {

@@ -1,6 +1,8 @@
+#include "foundation/Baseline.h"
 #include "foundation/DefaultMachine.h"
 #include "foundation/MachineEnvironment.h"
 #include "foundation/MachineFolder.h"
+#include "foundation/modRegistry.h"
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
@@ -73,9 +75,31 @@ TEST(MachineEnvironment, WindowsAndSystemFoldersFollowTheRegistry) {
         EXPECT_EQ(opened->Env().WindowsDirectory(), k.windows) << k.name;
         EXPECT_EQ(opened->Env().SystemDirectory(), k.systemDir) << k.name;
         EXPECT_EQ(opened->Env().ProgramDirectory(), "C:\\Program Files\\Glyphmoor");
-        EXPECT_TRUE(fs::is_directory(opened->Env().HostPath("C:\\Program Files\\Glyphmoor\\Themes")));
-        EXPECT_TRUE(fs::is_directory(opened->Env().HostPath("C:\\Program Files\\Glyphmoor\\Favorites")));
     }
+}
+
+// Reading a machine makes nothing; the first save after a write to it sets up
+// the program's folder whole, and undoing every change removes it again.
+TEST(MachineFolder, TheProgramsFolderComesWithTheFirstWrite) {
+    TempMachine machine;
+    auto opened = machine.Open();
+    ASSERT_NE(opened, nullptr);
+    const fs::path program = opened->Env().HostPath("C:\\Program Files\\Glyphmoor");
+    SetRegString(opened->Registry(), "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings", "Left",
+                 "1");
+    ASSERT_TRUE(opened->Save().ok());
+    EXPECT_FALSE(fs::exists(program)) << "the program's own settings are not a write to the machine";
+
+    SetRegString(opened->Registry(), "HKEY_CURRENT_USER\\Control Panel\\Cursors", "Wait", "C:\\b.ani");
+    ASSERT_TRUE(opened->Save().ok());
+    for (const char* part : {"Themes", "Favorites", "Glyphmoor.exe", "blank.ico"}) {
+        EXPECT_TRUE(fs::exists(program / part)) << part;
+    }
+
+    UndoAll(opened->Registry().Inner(), opened->Env());
+    ASSERT_TRUE(opened->Save().ok());
+    EXPECT_FALSE(fs::exists(program));
+    EXPECT_EQ(GetRegString(opened->Registry(), "HKEY_CURRENT_USER\\Control Panel\\Cursors", "Wait"), "Error");
 }
 
 TEST(DefaultMachine, IsMadeFromTheSeedAndLaterSeedFilesAreAdded) {

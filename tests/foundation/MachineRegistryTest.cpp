@@ -71,7 +71,7 @@ TEST(MachineRegistry, SavingWithoutChangesWritesNothing) {
         GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
                      "VersionNumber"),
         "4.10.2222");
-    EXPECT_FALSE(dynamic_cast<MachineRegistry&>(machine->Registry()).HasUnsavedChanges());
+    EXPECT_FALSE(dynamic_cast<MachineRegistry&>(machine->Registry().Inner()).HasUnsavedChanges());
     ASSERT_TRUE(machine->Save().ok());
     EXPECT_EQ(StampOf(folder.Dir() / "system.reg"), before);
     EXPECT_FALSE(std::filesystem::exists(folder.Dir() / "user.reg.tmp"));

@@ -424,9 +424,9 @@ TEST(FileIcons, FileTypesAreListedWhenTheirExtensionNamesAClass) {
     EXPECT_EQ(Describe(text), "Text Document||C:\\Icons\\text.ico,2|C:\\WINDOWS\\SYSTEM\\shell32.dll,63");
     EXPECT_EQ(text->store, (IconStore{"HKEY_CLASSES_ROOT\\txtfile\\DefaultIcon", ""}));
     EXPECT_EQ(Describe(catalogue.Find("File Icons", "Zip File")), "Zip File||,0|,0");
-    // The batch file is always listed; without a class its store names none.
-    EXPECT_EQ(catalogue.Find("File Icons", "MS-DOS Batch File")->store.path,
-              "HKEY_CLASSES_ROOT\\Error\\DefaultIcon");
+    // The batch file is always listed; without a class it has no store: the
+    // marker "Error" is never taken for a class name.
+    EXPECT_EQ(catalogue.Find("File Icons", "MS-DOS Batch File")->store.path, "");
 }
 
 TEST(Cursors, PointersComeFromControlPanelCursors) {

@@ -49,7 +49,7 @@ private slots:
         for (std::string_view keyword : HelpKeywords()) {
             keys.emplace_back(keyword);
         }
-        QCOMPARE(keys.size(), 14U);
+        QCOMPARE(keys.size(), 15U);
         for (const std::string& key : keys) {
             const auto file = HelpTopicFile(key);
             QVERIFY2(file.has_value(), key.c_str());

@@ -326,6 +326,37 @@ private slots:
         Screenshot(QStringLiteral("changed-run"));
     }
 
+    // Tools, Undo all: the list of what returns, then the machine as it was,
+    // the lists read again; the status line names the machine.
+    void undoAllPutsTheMachineBack() {
+        QVERIFY(
+            Control<QLabel>("lblMachine")->text().contains(QString::fromStdString(MachineDir().string())));
+        const std::string before = Stored(kShellIcons, "24");
+        Select(2, "Run");
+        const auto run = static_cast<std::size_t>(List(2)->currentRow());
+        QVERIFY(ChangeIcon(m_window->Catalogue(), m_window->State(), 2, run,
+                           {"C:\\WINDOWS\\SYSTEM\\shell32.dll", 7}));
+        m_window->ApplyChanges();
+        QCOMPARE(Stored(kShellIcons, "24"), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,7"));
+
+        int listed = 0;
+        m_window->SetUndoAnswer([&listed](QDialog& dialog) {
+            listed = dialog.findChild<QListWidget*>(QStringLiteral("lstUndo"))->count();
+            return true;
+        });
+        QVERIFY(m_window->Dispatch("mnuTools(6)"));
+        QVERIFY(listed >= 2);  // the icon and the lever of the icon-cache rebuild
+        QCOMPARE(Stored(kShellIcons, "24"), before);
+        QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("Error"));
+        QCOMPARE(m_window->Catalogue().Find("Start Icons", "Run")->Current().Text(),
+                 std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,24"));
+        // Nothing left to undo: a notice, no list.
+        listed = -1;
+        QVERIFY(m_window->Dispatch("mnuTools(6)"));
+        QCOMPARE(listed, -1);
+        QVERIFY(m_prompt->Shown().back().text.find("nothing to undo") != std::string::npos);
+    }
+
     void choosingTheSameIconChangesNothing() {
         Select(2, "Find");
         WhenShown<frmChangeIcon>([](frmChangeIcon* dialog) {

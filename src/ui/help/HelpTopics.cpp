@@ -6,7 +6,7 @@ namespace glyphmoor {
 
 namespace {
 
-constexpr std::array<HelpTopic, 15> kTopics = {{
+constexpr std::array<HelpTopic, 16> kTopics = {{
     {"Contents", "index.html"},
     {"Main", "window.html"},
     {"Machines", "machines.html"},
@@ -18,6 +18,7 @@ constexpr std::array<HelpTopic, 15> kTopics = {{
     {"frmRename", "rename.html"},
     {"frmPrompt", "messages.html"},
     {"frmAbout", "about.html"},
+    {"frmUndoAll", "undo-all.html"},
     // The keywords of the messages with a "&Help" button.
     {"Icon Cache", "icon-cache.html"},
     {"Hide, Network Neighborhood", "hide-network-neighborhood.html"},
@@ -25,7 +26,8 @@ constexpr std::array<HelpTopic, 15> kTopics = {{
     {"What's This", "window.html#whatsthis"},
 }};
 
-constexpr std::array<std::string_view, 4> kDialogs = {"frmChangeIcon", "frmRename", "frmPrompt", "frmAbout"};
+constexpr std::array<std::string_view, 5> kDialogs = {"frmChangeIcon", "frmRename", "frmPrompt", "frmAbout",
+                                                      "frmUndoAll"};
 
 }  // namespace
 

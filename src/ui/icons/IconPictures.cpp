@@ -1,5 +1,7 @@
 #include "ui/icons/IconPictures.h"
 
+#include "foundation/DefaultMachine.h"
+#include "foundation/TextEncoding.h"
 #include "iconfiles/IconImage.h"
 #include "iconfiles/cFileIcon.h"
 
@@ -87,7 +89,8 @@ IconSource::IconSource(const std::filesystem::path& file) {
 }
 
 QImage IconSource::Icon(int index, int size) {
-    if (index < 0 || index >= m_count) {
+    // A negative index names an icon group of a program by its resource id.
+    if (index >= m_count || (index < 0 && !m_module)) {
         return {};
     }
     const auto key = std::make_pair(index, size);
@@ -135,11 +138,28 @@ QImage IconSource::CursorResource(int id, int size) {
     return rgba.ok() ? Scaled(FromRgba(*rgba), size) : QImage();
 }
 
+// The program's own file draws from the build's copy until the machine has
+// one of its own (it is copied there with the first change).
+std::filesystem::path IconPictureCache::HostFile(std::string_view windowsFile) const {
+    std::filesystem::path host = m_machine.HostPath(windowsFile);
+    std::error_code ec;
+    if (!std::filesystem::exists(host, ec) &&
+        EqualsNoCase(windowsFile, m_machine.ProgramDirectory() + "\\Glyphmoor.exe")) {
+        for (const std::filesystem::path& seed : SeedDirs()) {
+            const auto copy = seed / "drive_c/Program Files/Glyphmoor/Glyphmoor.exe";
+            if (std::filesystem::exists(copy, ec)) {
+                return copy;
+            }
+        }
+    }
+    return host;
+}
+
 QImage IconPictureCache::Picture(std::string_view windowsFile, int index, bool cursor, int size) {
     const std::string key = CacheKey(windowsFile);
     auto found = m_sources.find(key);
     if (found == m_sources.end()) {
-        found = m_sources.emplace(key, std::make_unique<IconSource>(m_machine.HostPath(windowsFile))).first;
+        found = m_sources.emplace(key, std::make_unique<IconSource>(HostFile(windowsFile))).first;
     }
     IconSource& source = *found->second;
     if (cursor) {

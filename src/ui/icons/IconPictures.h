@@ -62,6 +62,8 @@ public:
     void Clear() { m_sources.clear(); }
 
 private:
+    [[nodiscard]] std::filesystem::path HostFile(std::string_view windowsFile) const;
+
     const Environment& m_machine;
     std::map<std::string, std::unique_ptr<IconSource>> m_sources;
 };

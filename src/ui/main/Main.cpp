@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -83,9 +84,22 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
 
     BuildMenus();
     BuildToolbar();
+    BuildStatusLine();
     SetWhatsThisTexts(*this);
     InstallHelpKey(*this, [this] { return PageTopicKey(CurrentPage()); });
     StartUp(request);
+}
+
+// Which machine is open, always in sight.
+void Main::BuildStatusLine() {
+    auto* machineLabel =
+        new QLabel(QStringLiteral("Machine: ") + QString::fromStdString(m_machine.Description()));
+    machineLabel->setObjectName(QStringLiteral("lblMachine"));
+    statusBar()->addPermanentWidget(machineLabel, 1);
+    if (auto warning = m_machine.StaleWarning()) {
+        machineLabel->setToolTip(QString::fromStdString(*warning));
+        machineLabel->setText(machineLabel->text() + QStringLiteral(" (a wineserver is running: read only)"));
+    }
 }
 
 void Main::BuildPages() {

@@ -14,7 +14,10 @@
 #include "prompts/Prompt.h"
 #include "prompts/modMsgbox.h"
 
+#include <QDialog>
 #include <QMainWindow>
+
+#include <functional>
 
 #include <map>
 #include <memory>
@@ -62,6 +65,9 @@ public:
     // "&Rebuild Icon Cache": the same, then the machine written back.
     void RebuildIconsAndSave();
 
+    // Tests answer the undo dialog without showing it: true goes ahead.
+    void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
+
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
@@ -80,10 +86,13 @@ private:
 
     // MainCommands.cpp: the menus, the toolbar and the dispatch table.
     void BuildMenus();
+    void BuildStatusLine();
     void BuildToolbar();
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
     void RestoreAllCommand(bool cursors);
+    // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
+    void UndoAllCommand();
     // Opens an address with the desktop's handler; without one, says what
     // would have been opened.
     void OpenAddress(std::string_view address);
@@ -111,6 +120,7 @@ private:
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
+    std::function<bool(QDialog&)> m_undoAnswer;
 };
 
 }  // namespace glyphmoor

@@ -11,6 +11,11 @@
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/WhatsThis.h"
+
+#include "foundation/Baseline.h"
+#include "ui/undo/frmUndoAll.h"
+
+#include <QApplication>
 #include "ui/main/WindowPictures.h"
 
 #include <QAction>
@@ -69,6 +74,8 @@ void Main::BuildMenus() {
     tools->addSeparator();
     MenuItem(tools, QStringLiteral("mnuTools(4)"), QStringLiteral("&Rebuild Icon Cache"))
         ->setIcon(WindowPicture(Picture::Rebuild, 16));
+    tools->addSeparator();
+    MenuItem(tools, QStringLiteral("mnuTools(6)"), QStringLiteral("&Undo all Glyphmoor changes..."));
 
     QMenu* fav = bar->addMenu(QStringLiteral("&Favorites"));
     fav->setObjectName(QStringLiteral("mnuFav"));
@@ -245,11 +252,12 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 11> commands = {{
+    static const std::array<Command, 12> commands = {{
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
         {"mnuTools(2)", [](Main& w) { w.RestoreAllCommand(true); }},
+        {"mnuTools(6)", [](Main& w) { w.UndoAllCommand(); }},
         {"mnuHelp(0)", [](Main& w) { w.Dispatch("cmdHelp"); }},
         {"mnuHelp(1)", [](Main&) { QWhatsThis::enterWhatsThisMode(); }},
         {"mnuHelpsub(0)", [](Main& w) { w.OpenAddress(kWebSite); }},
@@ -298,6 +306,48 @@ void Main::RestoreAllCommand(bool cursors) {
     ShowPage(Page::IconsAndCursors, cursors ? 6 : m_icons->ActiveGroup() - 1);
     m_icons->RefreshAll();
     PendingChanged();
+}
+
+void Main::UndoAllCommand() {
+    RegistryStore& registry = m_machine.Registry().Inner();
+    const UndoPlan plan = PlanUndo(registry, m_machine.Env());
+    if (plan.Empty()) {
+        m_prompt->SetPromptText("Glyphmoor has changed nothing on this machine: there is nothing to undo.");
+        m_prompt->ShowPrompt("", "", "OK", static_cast<std::int16_t>(PromptIcon::Information), 0, "");
+        return;
+    }
+    frmUndoAll dialog(DescribeUndo(plan), this);
+    if (m_undoAnswer ? !m_undoAnswer(dialog) : dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const std::vector<std::string> kept = UndoAll(registry, m_machine.Env());
+    const Status saved = m_machine.Save();
+    m_machine.Sys().BroadcastSettingChange(kSpiSetIconMetrics, std::nullopt);
+    // What was staged belonged to the machine as it was; the lists read it again.
+    m_state.groupChanged.fill(false);
+    m_names = {};
+    m_state.themeLoaded = false;
+    m_state.rebuildPending = false;
+    m_state.applyEnabled = false;
+    if (m_catalogue.Built()) {
+        m_catalogue.DetectShellIcons();
+        if (m_catalogue.CursorsBuilt()) {
+            m_catalogue.BuildCursorCatalogue();
+        }
+        m_icons->RefreshAll();
+    }
+    QApplication::restoreOverrideCursor();
+    PendingChanged();
+    if (!saved.ok() || !kept.empty()) {
+        std::string text =
+            saved.ok() ? std::string() : "Glyphmoor could not write the machine back:\n\n" + saved.reason();
+        for (const std::string& file : kept) {
+            text += (text.empty() ? "" : "\n") + std::string("Left in place: ") + file;
+        }
+        m_prompt->SetPromptText(text);
+        m_prompt->ShowPrompt("", "", "OK", static_cast<std::int16_t>(PromptIcon::Exclamation), 0, "");
+    }
 }
 
 }  // namespace glyphmoor

@@ -13,7 +13,7 @@ struct Text {
     const char* text;
 };
 
-constexpr std::array<Text, 43> kTexts = {{
+constexpr std::array<Text, 45> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
     {"mnuFile(2)", "Saves the icons and pointers shown now into the current theme file."},
@@ -24,6 +24,9 @@ constexpr std::array<Text, 43> kTexts = {{
     {"mnuTools(2)", "Gives every mouse pointer its default back, after asking. Apply writes the change."},
     {"mnuTools(4)",
      "Makes the shell reload its icons, so that changed icons show, and saves the machine's registry."},
+    {"mnuTools(6)",
+     "Shows every value and file Glyphmoor changed on this machine, then gives the machine back what it "
+     "held before Glyphmoor first changed it."},
     {"mnuFav(0)", "Arranges the themes on the Favorites menu in folders."},
     {"mnuHelp(0)", "Opens the help's contents and index."},
     {"mnuHelp(1)", "Click this, then any control, to read what the control does."},
@@ -60,6 +63,7 @@ constexpr std::array<Text, 43> kTexts = {{
     {"cmdOK", "Applies the waiting changes and closes Glyphmoor."},
     {"cmdCancel", "Closes Glyphmoor. When changes are waiting, you are asked whether to apply them."},
     {"cmdApply", "Writes the waiting changes to the machine and makes the shell show them."},
+    {"lblMachine", "The machine Glyphmoor works on: a Wine prefix, a machine folder or Windows itself."},
     {"cmdHelp", "Opens the help's contents and index. F1 opens the help of the page you are on."},
 }};
 

@@ -1,0 +1,134 @@
+#include "foundation/Baseline.h"
+#include "foundation/Machine.h"
+#include "foundation/modRegistry.h"
+#include "support/TempMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace glyphmoor::test {
+namespace {
+
+constexpr std::string_view kKey = "HKEY_LOCAL_MACHINE\\Software\\Shell";
+constexpr std::string_view kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
+
+// A machine with an expandable string, a plain string and a key with a subkey.
+std::string System() {
+    return Win98System() +
+           "\n[Software\\\\Shell] 1\n\"Path\"=str(2):\"%SystemRoot%\\\\a.dll,3\"\n"
+           "\"Name\"=\"Shell\"\n\n[Software\\\\Shell\\\\Sub] 1\n\"Deep\"=dword:00000007\n";
+}
+
+std::optional<RegValue> Raw(RegistryStore& store, std::string_view path, std::string_view name) {
+    std::string subkey(path);
+    RootKey root = RootKey::None;
+    SplitRegPath(subkey, root);
+    RegHandle key = kNoHandle;
+    if (store.OpenKey(root, subkey, RegAccess::Read, key) != kErrorSuccess) {
+        return std::nullopt;
+    }
+    RegValue value;
+    const long status = store.QueryValue(key, name, value);
+    store.CloseKey(key);
+    return status == kErrorSuccess ? std::optional<RegValue>(value) : std::nullopt;
+}
+
+// Each row changes the machine through the recording registry; undoing must
+// give back every value as it was, type and bytes, and remove made keys.
+TEST(Baseline, UndoingGivesBackWhatEachKindOfChangeTouched) {
+    struct Row {
+        const char* what;
+        std::function<void(RegistryStore&)> change;
+    };
+    const Row rows[] = {
+        {"a string written over an expandable one",
+         [](RegistryStore& r) { SetRegString(r, kKey, "Path", "x"); }},
+        {"the same value changed twice",
+         [](RegistryStore& r) {
+             SetRegString(r, kKey, "Name", "one");
+             SetRegString(r, kKey, "Name", "two");
+         }},
+        {"a value deleted", [](RegistryStore& r) { DeleteRegValue(r, kKey, "Name"); }},
+        {"a value in keys that did not exist",
+         [](RegistryStore& r) { SetRegDword(r, "HKEY_LOCAL_MACHINE\\Software\\New\\Deeper", "n", 1); }},
+        {"a key removed with what it holds", [](RegistryStore& r) { DeleteRegKey(r, kKey, "Sub"); }},
+        {"the same key reached through HKEY_CLASSES_ROOT and HKEY_LOCAL_MACHINE",
+         [](RegistryStore& r) {
+             SetRegString(r, "HKEY_CLASSES_ROOT\\txtfile", "", "a");
+             SetRegString(r, "HKEY_LOCAL_MACHINE\\Software\\Classes\\txtfile", "", "b");
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        TempMachine folder(System());
+        const auto before = [&] {
+            auto m = folder.Open();
+            return std::vector<std::optional<RegValue>>{
+                Raw(m->Registry(), kKey, "Path"), Raw(m->Registry(), kKey, "Name"),
+                Raw(m->Registry(), std::string(kKey) + "\\Sub", "Deep")};
+        }();
+        {
+            auto machine = folder.Open();
+            row.change(machine->Registry());
+            ASSERT_TRUE(machine->Save().ok());
+        }
+        auto machine = folder.Open();
+        EXPECT_FALSE(PlanUndo(machine->Registry().Inner(), machine->Env()).Empty());
+        EXPECT_TRUE(UndoAll(machine->Registry().Inner(), machine->Env()).empty());
+        ASSERT_TRUE(machine->Save().ok());
+
+        auto reopened = folder.Open();
+        RegistryStore& r = reopened->Registry();
+        EXPECT_EQ(Raw(r, kKey, "Path"), before[0]);
+        EXPECT_EQ(Raw(r, kKey, "Name"), before[1]);
+        EXPECT_EQ(Raw(r, std::string(kKey) + "\\Sub", "Deep"), before[2]);
+        EXPECT_FALSE(RegKeyExists(r, "HKEY_LOCAL_MACHINE\\Software\\New"));
+        EXPECT_EQ(GetRegString(r, "HKEY_CLASSES_ROOT\\txtfile", ""), "Error");
+        EXPECT_FALSE(RegKeyExists(r, kBaselinePath)) << "the baseline is forgotten once undone";
+        EXPECT_TRUE(PlanUndo(r, reopened->Env()).Empty());
+    }
+}
+
+TEST(Baseline, TheProgramsOwnKeyIsNotPartOfIt) {
+    TempMachine folder(System());
+    auto machine = folder.Open();
+    SetRegString(machine->Registry(), kSettings, "Left", "5");
+    EXPECT_FALSE(machine->Registry().WroteMachine());
+    EXPECT_FALSE(RegKeyExists(machine->Registry(), kBaselinePath));
+    SetRegString(machine->Registry(), kKey, "Name", "changed");
+    EXPECT_TRUE(machine->Registry().WroteMachine());
+
+    UndoAll(machine->Registry().Inner(), machine->Env());
+    EXPECT_EQ(GetRegString(machine->Registry(), kSettings, "Left"), "5");
+    EXPECT_EQ(GetRegString(machine->Registry(), kKey, "Name"), "Shell");
+}
+
+// A key the program made stays when something else has come to live in it.
+TEST(Baseline, AMadeKeyThatHoldsOtherValuesStays) {
+    TempMachine folder(System());
+    auto machine = folder.Open();
+    SetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Made", "mine", "1");
+    SetRegString(machine->Registry().Inner(), "HKEY_LOCAL_MACHINE\\Software\\Made", "theirs", "2");
+    UndoAll(machine->Registry().Inner(), machine->Env());
+    EXPECT_EQ(GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Made", "mine"), "Error");
+    EXPECT_EQ(GetRegString(machine->Registry(), "HKEY_LOCAL_MACHINE\\Software\\Made", "theirs"), "2");
+}
+
+TEST(Baseline, PlanListsOnlyWhatDiffersAndSaysHow) {
+    TempMachine folder(System());
+    auto machine = folder.Open();
+    SetRegString(machine->Registry(), kKey, "Name", "changed");
+    SetRegString(machine->Registry(), kKey, "Name", "Shell");  // back as it was by hand
+    SetRegString(machine->Registry(), kKey, "Added", "x");
+    machine->Registry().RecordCreatedFile("C:\\Made");
+    const UndoPlan plan = PlanUndo(machine->Registry().Inner(), machine->Env());
+    EXPECT_EQ(DescribeUndo(plan),
+              (std::vector<std::string>{"delete value\tHKEY_LOCAL_MACHINE\\Software\\Shell\tAdded"}))
+        << "a file that does not exist is not listed";
+    EXPECT_EQ(RestoreRecordedValue(machine->Registry(), kKey, "Nothing"), false);
+    EXPECT_EQ(BaselineValueOf(machine->Registry(), kKey, "Added"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace glyphmoor::test
