@@ -1,4 +1,5 @@
 #include "foundation/DefaultMachine.h"
+#include "foundation/InstallPaths.h"
 
 #include <cstdlib>
 #include <random>
@@ -47,8 +48,13 @@ fs::path DefaultMachineDir() {
 
 std::vector<fs::path> SeedDirs() {
     const char* seed = std::getenv("GLYPHMOOR_SEED_DIR");
-    return {fs::path(seed != nullptr && *seed != '\0' ? seed : GLYPHMOOR_SEED_DIR),
-            fs::path(GLYPHMOOR_GENERATED_SEED_DIR)};
+    const bool chosen = seed != nullptr && *seed != '\0';
+    const fs::path installed = InstalledDataDir();
+    if (!chosen && !installed.empty()) {
+        // An installed program ships the seed and the generated files as one folder.
+        return {installed / "seed"};
+    }
+    return {fs::path(chosen ? seed : GLYPHMOOR_SEED_DIR), fs::path(GLYPHMOOR_GENERATED_SEED_DIR)};
 }
 
 Status EnsureSeededMachine(const fs::path& dir, const std::vector<fs::path>& seeds) {

@@ -17,6 +17,7 @@ std::filesystem::path DefaultMachineDir();
 
 // The folders the seed is copied from, in order: the project's seed and what
 // the build generated for it. GLYPHMOOR_SEED_DIR in the environment replaces the first.
+// An installed program has one: `seed` in its installed data folder (InstallPaths.h).
 std::vector<std::filesystem::path> SeedDirs();
 
 // Makes the machine at dir from the seed when it has no registry yet; adds seed

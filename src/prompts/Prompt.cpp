@@ -27,6 +27,18 @@ std::optional<std::string_view> HelpKeywordFor(std::string_view messageText) {
     return std::nullopt;
 }
 
+std::vector<std::string_view> HelpKeywords() {
+    std::vector<std::string_view> keywords;
+    for (const auto& entry : kHelpKeywords) {
+        keywords.push_back(entry.keyword);
+    }
+    return keywords;
+}
+
+void Prompt::ShowHelp(std::string_view keyword) {
+    m_system.OpenHelp(m_helpFile, kHelpPartialKey, keyword);
+}
+
 std::int16_t Prompt::ShowPrompt(std::string_view left, std::string_view middle, std::string_view right,
                                 std::int16_t iconId, std::int16_t textWidth, std::string_view checkText) {
     m_promptButtons = {std::string(right), std::string(middle), std::string(left)};
@@ -55,7 +67,7 @@ bool Prompt::PressButton(int index, bool ticked) {
     }
     if (caption == kHelpCaption) {
         if (auto keyword = HelpKeywordFor(m_promptText)) {
-            m_system.OpenHelp(m_helpFile, kHelpPartialKey, *keyword);
+            ShowHelp(*keyword);
         }
         return false;
     }

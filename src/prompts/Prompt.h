@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -56,6 +57,8 @@ struct PromptRequest {
 // characters of the message's text. Nothing for any other message, which is
 // how the shell-notified notice behaves: its "&Help" opens nothing.
 std::optional<std::string_view> HelpKeywordFor(std::string_view messageText);
+// Every keyword HelpKeywordFor gives, for the help that must answer them.
+std::vector<std::string_view> HelpKeywords();
 
 class Prompt {
 public:
@@ -96,6 +99,9 @@ protected:
     // Shows the dialog for the request and returns when it has closed. The
     // implementation calls LoadDialog first, then PressButton for each press.
     virtual void Show(const PromptRequest& request) = 0;
+    // "&Help" on a message with a help keyword: the help file opened at the
+    // keyword through the system (WinHelp). The window shows its own help.
+    virtual void ShowHelp(std::string_view keyword);
 
 private:
     System& m_system;

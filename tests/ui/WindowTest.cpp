@@ -10,8 +10,10 @@
 #include "icons/IconEditing.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
+#include "ui/about/frmAbout.h"
 #include "ui/changeicon/ChangeIconHistory.h"
 #include "ui/changeicon/frmChangeIcon.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/OpenMachine.h"
@@ -26,6 +28,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -182,6 +186,54 @@ private slots:
         // A command whose part of the program is not here is disabled.
         QVERIFY(!Control<QAction>("mnuFile(0)")->isEnabled());
         QVERIFY(Control<QAction>("mnuTools(1)")->isEnabled());
+    }
+
+    void aboutOpensTheAboutBox() {
+        QVERIFY(Control<QAction>("tbMain(14)")->isEnabled());
+        bool shown = false;
+        WhenShown<frmAbout>([&shown](frmAbout* about) {
+            shown = true;
+            QTest::keyClick(about, Qt::Key_Escape);
+        });
+        Control<QAction>("mnuHelp(4)")->trigger();
+        QVERIFY(shown);
+    }
+
+    void everyControlAndCommandSaysWhatItIs() {
+        int controls = 0;
+        for (QWidget* control : m_window->findChildren<QWidget*>()) {
+            const QString name = control->objectName();
+            // Qt's own parts of a control (a tab bar's scroll buttons) are the control's.
+            if (name.isEmpty() || name.startsWith(QStringLiteral("qt_")) ||
+                qobject_cast<QMenu*>(control) != nullptr ||
+                qobject_cast<QTabBar*>(control->parentWidget()) != nullptr) {
+                continue;
+            }
+            ++controls;
+            QVERIFY2(!control->whatsThis().isEmpty(), qPrintable(name));
+        }
+        QVERIFY(controls > 30);
+        QList<QAction*> commands = Control<QToolBar>("tbMain")->actions();
+        for (QMenu* menu : m_window->menuBar()->findChildren<QMenu*>()) {
+            commands += menu->actions();
+        }
+        for (QAction* command : commands) {
+            if (!command->isSeparator() && command->menu() == nullptr) {
+                QVERIFY2(!command->whatsThis().isEmpty(), qPrintable(command->objectName()));
+            }
+        }
+    }
+
+    void helpOpensTheContentsAndF1ThePagesTopic() {
+        QTest::mouseClick(Control<QPushButton>("cmdHelp"), Qt::LeftButton);
+        auto* help = m_window->findChild<HelpWindow*>();
+        QVERIFY(help != nullptr && help->isVisible());
+        QCOMPARE(help->Browser()->source().fileName(), QStringLiteral("index.html"));
+        m_window->ShowPage(Page::IconsAndCursors, 0);
+        m_window->activateWindow();
+        QTest::keyClick(Control<QTreeWidget>("vMenu"), Qt::Key_F1);
+        QCOMPARE(help->Browser()->source().fileName(), QStringLiteral("icons-and-cursors.html"));
+        help->close();
     }
 
     void thePopUpMenusCarryTheirKeys() {

@@ -5,6 +5,7 @@
 #include "foundation/FakeEnvironment.h"
 #include "foundation/System.h"
 #include "prompts/modMsgbox.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/prompt/frmPrompt.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QtTest>
 #include <array>
@@ -75,6 +77,7 @@ private slots:
     void escapeLeavesResultAndBoxUntouched();
     void enterPressesTheSafeAnswer();
     void helpStaysOpenAndEscapeKeepsItsIndex();
+    void theWindowsHelpButtonShowsTheProgramsHelp();
     void spaceTicksTheBoxTakenAtThePress();
     void windowPromptRunsModally();
 
@@ -220,6 +223,26 @@ void frmPromptTest::helpStaysOpenAndEscapeKeepsItsIndex() {
     QCOMPARE(prompt.ShowPrompt("OK", "Cancel", "&Help", 32515, 0, ""), std::int16_t{0});
     QCOMPARE(system.Calls().at(0),
              std::string("WinHelp \"C:\\Glyphmoor.hlp\" 0x105 \"Hide, Network Neighborhood\""));
+}
+
+void frmPromptTest::theWindowsHelpButtonShowsTheProgramsHelp() {
+    RecordingSystem system;
+    WindowPrompt prompt(system, "C:\\Glyphmoor.hlp");
+    QString shown;
+    QTimer::singleShot(0, [&shown] {
+        auto* dialog = qobject_cast<frmPrompt*>(QApplication::activeModalWidget());
+        QVERIFY(dialog != nullptr);
+        QTest::mouseClick(Command(*dialog, 0), Qt::LeftButton);
+        // The help opens beside the message, which stays open, and can be used.
+        auto* help = dialog->findChild<HelpWindow*>();
+        QVERIFY(help != nullptr && help->isVisible() && dialog->isVisible());
+        shown = help->Browser()->source().fileName();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    prompt.SetPromptText("Hiding Network Neighborhood disables shell support.");
+    prompt.ShowPrompt("OK", "Cancel", "&Help", 32515, 0, "");
+    QCOMPARE(shown, QStringLiteral("hide-network-neighborhood.html"));
+    QVERIFY(system.Calls().empty());  // no WinHelp
 }
 
 void frmPromptTest::spaceTicksTheBoxTakenAtThePress() {

@@ -6,7 +6,10 @@
 #include "icons/IconCacheRebuild.h"
 #include "ui/prompt/frmPrompt.h"
 
+#include "ui/help/HelpTopics.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
+#include "ui/main/WhatsThis.h"
 #include "ui/main/WindowPictures.h"
 
 #include <QCloseEvent>
@@ -82,6 +85,8 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
     BuildMenus();
     BuildToolbar();
     BuildStatusLine();
+    SetWhatsThisTexts(*this);
+    InstallHelpKey(*this, [this] { return PageTopicKey(CurrentPage()); });
     StartUp(request);
 }
 

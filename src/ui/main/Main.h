@@ -93,7 +93,10 @@ private:
     void RestoreAllCommand(bool cursors);
     // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
     void UndoAllCommand();
+    // Opens an address with the desktop's handler; without one, says what
+    // would have been opened.
     void OpenAddress(std::string_view address);
+    void ShowAbout();
 
     QWidget* BuildPageBar();
     QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,

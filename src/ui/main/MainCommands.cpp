@@ -6,8 +6,11 @@
 // program is not in this build are shown disabled.
 #include "foundation/RecentThemes.h"
 #include "foundation/modMacros.h"
+#include "ui/about/frmAbout.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
+#include "ui/main/WhatsThis.h"
 
 #include "foundation/Baseline.h"
 #include "ui/undo/frmUndoAll.h"
@@ -18,6 +21,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QToolBar>
 #include <QWhatsThis>
 
@@ -27,10 +31,6 @@
 namespace glyphmoor {
 
 namespace {
-
-constexpr std::string_view kWebSite = "http://www.veltrane.com/glyphmoor/";
-constexpr std::string_view kEmail = "mailto:glyphmoor@veltrane.com";
-constexpr std::string_view kMoreThemes = "http://www.veltrane.com/glyphmoor/themes/";
 
 struct Command {
     std::string_view key;
@@ -44,6 +44,7 @@ QAction* Main::MenuItem(QMenu* menu, const QString& key, const QString& caption)
     auto* action = menu->addAction(caption);
     action->setObjectName(key);
     const std::string k = key.toStdString();
+    action->setWhatsThis(WhatsThisText(k));
     m_actions[k] = action;
     connect(action, &QAction::triggered, this, [this, k] { Dispatch(k); });
     return action;
@@ -85,8 +86,9 @@ void Main::BuildMenus() {
     help->setObjectName(QStringLiteral("mnuHelp"));
     MenuItem(help, QStringLiteral("mnuHelp(0)"), QStringLiteral("&Contents and Index"))
         ->setIcon(WindowPicture(Picture::Help, 16));
-    MenuItem(help, QStringLiteral("mnuHelp(1)"), QStringLiteral("What's &This?"))
-        ->setIcon(WindowPicture(Picture::WhatsThis, 16));
+    QAction* whatsThis = MenuItem(help, QStringLiteral("mnuHelp(1)"), QStringLiteral("What's &This?"));
+    whatsThis->setIcon(WindowPicture(Picture::WhatsThis, 16));
+    whatsThis->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F1));
     QMenu* web = help->addMenu(QStringLiteral("Glyphmoor on the &Web"));
     web->setObjectName(QStringLiteral("mnuHelpsub"));
     web->menuAction()->setObjectName(QStringLiteral("mnuHelp(2)"));
@@ -102,8 +104,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key :
-         {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)", "mnuHelp(4)"}) {
+    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -180,6 +181,7 @@ void Main::BuildToolbar() {
         } else {
             action = m_tbMain->addAction(WindowPicture(b.picture), QString::fromUtf8(b.caption));
             const std::string key = b.key;
+            action->setWhatsThis(WhatsThisText(key));
             connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
             const auto item = m_actions.find(key);
             action->setEnabled(key == "cmdHelp" || (item != m_actions.end() && item->second->isEnabled()));
@@ -250,7 +252,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 11> commands = {{
+    static const std::array<Command, 12> commands = {{
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
@@ -259,9 +261,10 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelp(0)", [](Main& w) { w.Dispatch("cmdHelp"); }},
         {"mnuHelp(1)", [](Main&) { QWhatsThis::enterWhatsThisMode(); }},
         {"mnuHelpsub(0)", [](Main& w) { w.OpenAddress(kWebSite); }},
-        {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress(kEmail); }},
+        {"mnuHelpsub(1)", [](Main& w) { w.OpenAddress("mailto:" + std::string(kSupportMail)); }},
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
-        {"cmdHelp", [](Main& w) { w.OpenAddress(HostFileOf(w.m_app, w.m_app.helpFile).string()); }},
+        {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
+        {"cmdHelp", [](Main& w) { ShowHelpTopic("Contents", &w); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {
@@ -279,7 +282,18 @@ bool Main::Dispatch(std::string_view key) {
 }
 
 void Main::OpenAddress(std::string_view address) {
-    m_machine.Sys().OpenDocument(address);
+    if (!m_machine.Sys().OpenDocument(address)) {
+        const QString text = QString::fromUtf8(address.data(), static_cast<qsizetype>(address.size()));
+        QMessageBox::information(this, QStringLiteral("Glyphmoor"),
+                                 QStringLiteral("No program on this computer opens addresses such as this "
+                                                "one. Glyphmoor would have opened:\n\n%1")
+                                     .arg(text));
+    }
+}
+
+void Main::ShowAbout() {
+    frmAbout about([this](std::string_view address) { OpenAddress(address); }, this);
+    about.exec();
 }
 
 void Main::RestoreAllCommand(bool cursors) {

@@ -187,4 +187,14 @@ QIcon WindowPicture(Picture picture, int size) {
                             : pixmap.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
+QImage WindowPictureImage(Picture picture, int size) {
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing, size > 24);
+    painter.scale(size / 24.0, size / 24.0);
+    Draw(painter, picture);
+    return image;
+}
+
 }  // namespace glyphmoor

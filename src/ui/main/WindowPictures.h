@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
 
 #include <string_view>
 
@@ -31,5 +32,9 @@ enum class Picture {
 };
 
 QIcon WindowPicture(Picture picture, int size = 24);
+
+// The picture drawn at size × size pixels (the program's icon in its
+// installed sizes), its shapes scaled rather than its pixels.
+QImage WindowPictureImage(Picture picture, int size);
 
 }  // namespace glyphmoor

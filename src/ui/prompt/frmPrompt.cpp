@@ -1,4 +1,5 @@
 #include "ui/prompt/frmPrompt.h"
+#include "ui/help/HelpWindow.h"
 
 #include "prompts/SilentPrompt.h"
 #include "ui/CentreForm.h"
@@ -153,6 +154,10 @@ void WindowPrompt::Show(const PromptRequest& request) {
     QGuiApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
     dialog.exec();
     QGuiApplication::restoreOverrideCursor();
+}
+
+void WindowPrompt::ShowHelp(std::string_view keyword) {
+    ShowHelpTopic(keyword, m_parent);
 }
 
 }  // namespace glyphmoor

@@ -66,6 +66,8 @@ public:
 
 protected:
     void Show(const PromptRequest& request) override;
+    // The program's own help, beside the message.
+    void ShowHelp(std::string_view keyword) override;
 
 private:
     QWidget* m_parent;
