@@ -99,7 +99,8 @@ private:
 std::string DescribeSettingChange(std::uint32_t wParam, const std::optional<std::string>& section);
 
 // Opens a document or address with the desktop's handler (xdg-open, or the
-// shell on Windows); false when it cannot be started.
+// shell on Windows); false when it cannot be started or says that no program
+// opens it.
 bool OpenWithDesktop(std::string_view pathOrAddress);
 
 }  // namespace glyphmoor
