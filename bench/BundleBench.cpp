@@ -59,7 +59,8 @@ struct BenchTheme {
             const std::string name = "Bench " + std::to_string(i) + ".ico";
             const auto bytes = icon.ToBytes();
             std::ofstream(folder / name, std::ios::binary)
-                .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+                .write(reinterpret_cast<const char*>(bytes.data()),
+                       static_cast<std::streamsize>(bytes.size()));
             text += i == kIcons / 2 ? "[File Icons]\r\n" : "";
             text += "k" + std::to_string(i) + "=%ThemeDir%" + name + "\r\n";
         }
@@ -106,8 +107,9 @@ void BM_PackCli(benchmark::State& state) {
     if (!Ready(state)) {
         return;
     }
-    const std::string command = std::string(GLYPHMOOR_CLI) + " --machine " + Quoted(Theme().root / "machine") +
-                                " theme pack '" + Theme().theme + "' " + Quoted(Theme().zip);
+    const std::string command = std::string(GLYPHMOOR_CLI) + " --machine " +
+                                Quoted(Theme().root / "machine") + " theme pack '" + Theme().theme + "' " +
+                                Quoted(Theme().zip);
     for (auto _ : state) {
         if (!Run(command)) {
             state.SkipWithError("glyphmoor-cli theme pack failed");
@@ -135,7 +137,8 @@ void BM_ZipJ(benchmark::State& state) {
 BENCHMARK(BM_ZipJ)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void BM_UnpackInProcess(benchmark::State& state) {
-    if (!Ready(state) || !PackTheme(InitEnvironment(Theme().machine->Env()), Theme().theme, Theme().zip).ok()) {
+    if (!Ready(state) ||
+        !PackTheme(InitEnvironment(Theme().machine->Env()), Theme().theme, Theme().zip).ok()) {
         return;
     }
     const auto keep = [](std::string_view) { return OverwriteAnswer::Overwrite; };
@@ -155,8 +158,8 @@ void BM_UnpackCli(benchmark::State& state) {
     if (!Ready(state)) {
         return;
     }
-    const std::string command = std::string(GLYPHMOOR_CLI) + " --machine " + Quoted(Theme().root / "machine") +
-                                " theme unpack " + Quoted(Theme().zip);
+    const std::string command = std::string(GLYPHMOOR_CLI) + " --machine " +
+                                Quoted(Theme().root / "machine") + " theme unpack " + Quoted(Theme().zip);
     for (auto _ : state) {
         state.PauseTiming();
         fs::remove_all(Theme().folder);

@@ -118,7 +118,9 @@ Status WriteBundleArchive(const std::filesystem::path& zip, const std::vector<Bu
             zip_source_free(source);
             return Fail("cannot add " + file.name + ": " + zip_strerror(archive.get()));
         }
-        zip_set_file_compression(archive.get(), static_cast<zip_uint64_t>(index), ZIP_CM_DEFLATE, 0);
+        // Level 6, zlib's and Info-ZIP's default: libzip's own default is 9,
+        // three times slower for icons that shrink by a few bytes more.
+        zip_set_file_compression(archive.get(), static_cast<zip_uint64_t>(index), ZIP_CM_DEFLATE, 6);
     }
     if (zip_close(archive.get()) != 0) {
         return Fail("cannot write " + zip.string() + ": " + zip_strerror(archive.get()));
