@@ -90,7 +90,7 @@ TEST_F(FolderIconCommands, RefusedWithNothingMade) {
         int status;
         const char* says;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {{"set", "C:\\Nowhere", kShell32, "3"}, 1, "the machine has no folder C:\\Nowhere"},
         {{"set", "C:\\WINDOWS", kShell32, "three"}, 2, "not a whole number"},
         {{"set", "C:\\WINDOWS", "C:\\WINDOWS\\nothing.dll", "0"}, 1, "the machine has no file"},

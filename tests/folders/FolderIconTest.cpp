@@ -125,7 +125,7 @@ TEST_F(FolderIcons, RestoreWithoutCustomIconOrDeclinedChangesNothing) {
         FolderRestore outcome;
     };
     const std::string workIni = "[.ShellClassInfo]\r\nIconFile=a.ico\r\n";
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {"folder without desktop.ini", kWork, std::nullopt, PromptAnswer::Press(0),
          FolderRestore::NotCustomised},
         {"desktop.ini without IconFile", kWork, "[.ShellClassInfo]\r\nInfoTip=x\r\n", PromptAnswer::Press(0),
@@ -164,7 +164,7 @@ TEST_F(FolderIcons, ReadsWhatTheFilesHold) {
         const char* ini;
         std::optional<IconLocation> icon;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {kWork, "[.ShellClassInfo]\nIconFile=C:\\a.ico\n", IconLocation{"C:\\a.ico", 0}},
         {kWork, "[.shellclassinfo]\niconfile = b.dll\nIconIndex= -3\n", IconLocation{"b.dll", -3}},
         {kWork, "[.ShellClassInfo]\nIconFile=c.dll\nIconIndex=x\n", IconLocation{"c.dll", 0}},
@@ -186,7 +186,7 @@ TEST(FolderIconFile, RelativeNamesLieInTheItem) {
         const char* file;
         const char* path;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {kWork, "work.ico", "C:\\Work\\work.ico"},
         {kWork, "C:\\WINDOWS\\x.dll", "C:\\WINDOWS\\x.dll"},
         {kWork, "\\Icons\\w.ico", "C:\\Icons\\w.ico"},

@@ -14,49 +14,62 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(FolderItem, PathsNameDrivesAndFolders) {
+    // The item's path, or "" when the path names none.
     struct Case {
-        const char* given;
-        std::optional<FolderItem> item;
+        std::string given;
+        std::string path;
+        FolderItemKind kind = FolderItemKind::Folder;
     };
-    const Case cases[] = {
-        {"c:", FolderItem{"C:\\", FolderItemKind::Drive}},
-        {"C:\\", FolderItem{"C:\\", FolderItemKind::Drive}},
-        {"d:/", FolderItem{"D:\\", FolderItemKind::Drive}},
-        {"C:\\\\", FolderItem{"C:\\", FolderItemKind::Drive}},
-        {"c:\\Windows\\", FolderItem{"C:\\Windows", FolderItemKind::Folder}},
-        {"C:/My Documents/Work", FolderItem{"C:\\My Documents\\Work", FolderItemKind::Folder}},
-        {"C:\\a\\\\b\\", FolderItem{"C:\\a\\b", FolderItemKind::Folder}},
-        {"C:Windows", std::nullopt},
-        {"Windows", std::nullopt},
-        {"\\\\server\\share", std::nullopt},
-        {"", std::nullopt},
+    const std::vector<Case> cases = {
+        {"c:", "C:\\", FolderItemKind::Drive},
+        {"C:\\", "C:\\", FolderItemKind::Drive},
+        {"d:/", "D:\\", FolderItemKind::Drive},
+        {"C:\\\\", "C:\\", FolderItemKind::Drive},
+        {"c:\\Windows\\", "C:\\Windows"},
+        {"C:/My Documents/Work", "C:\\My Documents\\Work"},
+        {"C:\\a\\\\b\\", "C:\\a\\b"},
+        {"C:Windows", ""},
+        {"Windows", ""},
+        {"\\\\server\\share", ""},
+        {"", ""},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(FolderItemOf(c.given), c.item) << c.given;
+        const auto item = FolderItemOf(c.given);
+        if (c.path.empty()) {
+            EXPECT_FALSE(item.has_value()) << c.given;
+            continue;
+        }
+        ASSERT_TRUE(item.has_value()) << c.given;
+        EXPECT_EQ(item->path, c.path) << c.given;
+        EXPECT_EQ(item->kind, c.kind) << c.given;
     }
 }
 
 TEST(FolderItem, ParentsChildrenAndIconFiles) {
+    // The parent's path is "" for a drive, which lies in nothing.
     struct Case {
-        FolderItem item;
-        std::optional<std::string> parent;
-        const char* iconFile;
+        std::string path;
+        FolderItemKind kind = FolderItemKind::Folder;
+        std::string parent;
+        std::string iconFile;
         std::vector<std::string> fromRoot;
     };
-    const Case cases[] = {
-        {{"C:\\", FolderItemKind::Drive}, std::nullopt, "C:\\autorun.inf", {"C:\\"}},
-        {{"D:\\Games", FolderItemKind::Folder}, "D:\\", "D:\\Games\\desktop.ini", {"D:\\", "D:\\Games"}},
-        {{"C:\\WINDOWS\\SYSTEM", FolderItemKind::Folder},
+    const std::vector<Case> cases = {
+        {"C:\\", FolderItemKind::Drive, "", "C:\\autorun.inf", {"C:\\"}},
+        {"D:\\Games", FolderItemKind::Folder, "D:\\", "D:\\Games\\desktop.ini", {"D:\\", "D:\\Games"}},
+        {"C:\\WINDOWS\\SYSTEM",
+         FolderItemKind::Folder,
          "C:\\WINDOWS",
          "C:\\WINDOWS\\SYSTEM\\desktop.ini",
          {"C:\\", "C:\\WINDOWS", "C:\\WINDOWS\\SYSTEM"}},
     };
     for (const Case& c : cases) {
-        const auto parent = ParentOf(c.item);
-        EXPECT_EQ(parent ? std::optional(parent->path) : std::nullopt, c.parent) << c.item.path;
-        EXPECT_EQ(IconFileOf(c.item), c.iconFile);
+        const FolderItem item{c.path, c.kind};
+        const auto parent = ParentOf(item);
+        EXPECT_EQ(parent ? parent->path : std::string(), c.parent) << c.path;
+        EXPECT_EQ(IconFileOf(item), c.iconFile);
         std::vector<std::string> fromRoot;
-        for (const FolderItem& step : PathFromRoot(c.item)) {
+        for (const FolderItem& step : PathFromRoot(item)) {
             fromRoot.push_back(step.path);
         }
         EXPECT_EQ(fromRoot, c.fromRoot);
@@ -110,7 +123,7 @@ TEST(FolderListing, NearestExistingFolder) {
         const char* asked;
         const char* nearest;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {"C:\\WINDOWS\\SYSTEM", "C:\\WINDOWS\\SYSTEM"},
         {"c:\\windows\\system\\nope\\deeper", "C:\\windows\\system"},
         {"C:\\Nowhere", "C:\\"},
