@@ -18,7 +18,7 @@ namespace {
 
 // The existing folder or drive PATH names; nothing after saying why.
 std::optional<FolderItem> ExistingItem(CliContext& c, const std::string& path) {
-    const auto item = FolderItemOf(path);
+    auto item = FolderItemOf(path);
     if (!item) {
         c.err << "glyphmoor-cli: '" << path << "' is not a Windows path of a folder or drive (C:\\...)\n";
         return std::nullopt;

@@ -11,7 +11,8 @@ namespace fs = std::filesystem;
 
 Result<std::vector<std::string>> ListSubfolders(const fs::path& folder) {
     std::error_code ec;
-    fs::directory_iterator entries(folder, fs::directory_options::skip_permission_denied, ec);
+    // A folder the user may not read is an error with its reason, not an empty folder.
+    fs::directory_iterator entries(folder, ec);
     if (ec) {
         return Fail("Cannot list " + folder.string() + ": " + ec.message());
     }

@@ -1,6 +1,10 @@
-// The drives of a machine folder: what its dosdevices folder maps (symbolic
-// links, as Wine makes them).
+// What only a POSIX host shows: the drives of a machine folder (what its
+// dosdevices folder maps, symbolic links as Wine makes them), and a folder
+// the user may not read.
+#include "folders/FolderListing.h"
 #include "support/TempMachine.h"
+
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +32,23 @@ TEST(MachineDrives, DosdevicesMappingsWithCAlways) {
     const auto opened = machine.Open();
     ASSERT_TRUE(opened);
     EXPECT_EQ(opened->Env().Drives(), (std::vector<std::string>{"C:", "E:", "Z:"}));
+}
+
+TEST(FolderListing, AFolderThatMayNotBeReadIsListedAndFailsWithTheReason) {
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "the superuser reads every folder";
+    }
+    TempDir dir;
+    const fs::path locked = dir.Path() / "locked";
+    fs::create_directories(locked / "inside");
+    fs::permissions(locked, fs::perms::none);
+    const auto parent = ListSubfolders(dir.Path());
+    const auto names = ListSubfolders(locked);
+    fs::permissions(locked, fs::perms::owner_all);
+    ASSERT_TRUE(parent.ok());
+    EXPECT_EQ(*parent, std::vector<std::string>{"locked"});
+    ASSERT_FALSE(names.ok());
+    EXPECT_NE(names.reason().find("ermission denied"), std::string::npos) << names.reason();
 }
 
 }  // namespace
