@@ -6,6 +6,7 @@
 #include "icons/IconCacheRebuild.h"
 #include "ui/prompt/frmPrompt.h"
 
+#include "ui/folders/FoldersPage.h"
 #include "ui/help/HelpTopics.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
@@ -109,14 +110,16 @@ void Main::BuildPages() {
         {QStringLiteral("lvThemes"), QStringLiteral("cmdOpen"), QStringLiteral("cmdRefresh")}));
     m_icons = new IconsPage(Messages(), m_app.machine, m_catalogue, m_names, m_pages);
     m_pages->addWidget(m_icons);
-    m_pages->addWidget(UnavailablePage("picContSub2", "tabFolders", {QStringLiteral("Folders")},
-                                       {QStringLiteral("tvExplorer")}));
+    m_folders = new FoldersPage(Messages(), m_machine, m_catalogue, m_pages);
+    m_pages->addWidget(m_folders);
     m_pages->addWidget(UnavailablePage(
         "picContSub3", "tabShell",
         {QStringLiteral("General"), QStringLiteral("Bootup"), QStringLiteral("Miscellaneous")},
         {QStringLiteral("tvTweak"), QStringLiteral("txtTweak"), QStringLiteral("scrTweak"),
          QStringLiteral("lblTweak")}));
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
+    connect(m_folders, &FoldersPage::notice, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
 }
 
 QHBoxLayout* Main::BuildButtons() {
@@ -161,6 +164,9 @@ void Main::StartUp(const StartRequest& request) {
     move(at.left, at.top);
     if (request.firstPage != Page::None) {
         ShowPage(request.firstPage);
+    }
+    if (request.mode == StartMode::OpenFolder) {
+        m_folders->ShowFolder(request.argument);
     }
 }
 
@@ -233,6 +239,9 @@ void Main::ShowPage(Page page, int item) {
     if (page == Page::IconsAndCursors) {
         m_icons->EnsureLoaded();
         m_icons->ShowGroup(item + 1);
+    }
+    if (page == Page::Folders) {
+        m_folders->EnsureLoaded();
     }
     QWidget* container = m_pages->widget(static_cast<int>(page) - 1);
     if (page == Page::TweakShell) {

@@ -35,6 +35,7 @@ class QTreeWidgetItem;
 
 namespace glyphmoor {
 
+class FoldersPage;
 class IconsPage;
 
 class Main final : public QMainWindow {
@@ -70,6 +71,7 @@ public:
 
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
+    [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
 
 protected:
@@ -117,6 +119,7 @@ private:
     QTreeWidget* m_vMenu = nullptr;
     QStackedWidget* m_pages = nullptr;
     IconsPage* m_icons = nullptr;
+    FoldersPage* m_folders = nullptr;
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
