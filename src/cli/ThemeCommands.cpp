@@ -2,6 +2,7 @@
 
 #include "cli/IconCommands.h"
 #include "cli/IconSession.h"
+#include "foundation/RecentThemes.h"
 #include "themes/ThemeApply.h"
 #include "themes/ThemeFile.h"
 #include "themes/ThemeLibrary.h"
@@ -137,7 +138,10 @@ int ThemeDelete(CliContext& c, CommandArgs a) {
         c.err << "glyphmoor-cli: " << deleted.reason() << '\n';
         return kExitFailed;
     }
-    return kExitOk;
+    // Neither "Current Theme" nor the recent themes keep naming it.
+    AppState state;
+    ForgetTheme(c.TheMachine().Registry(), state, *path);
+    return c.SaveMachine() ? kExitOk : kExitFailed;
 }
 
 }  // namespace glyphmoor
