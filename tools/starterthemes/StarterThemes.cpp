@@ -44,21 +44,21 @@ struct StarterTheme {
 };
 
 const std::array<StarterTheme, 3> kThemes = {{
-    {"Deep Sea",
-     180,
-     {0.10F, 0.45F, 0.75F},
-     "Deep Sea\r\n\r\nThe standard icons under water: yellow folders turn blue, blue screens turn "
-     "amber, and the greys take a sea-green tint.\r\n"},
-    {"Ember",
+    {"Autumn",
      300,
-     {0.85F, 0.35F, 0.10F},
-     "Ember\r\n\r\nThe standard icons by firelight: folders glow red and the greys are warmed "
-     "orange.\r\n"},
-    {"Moss",
+     {0.85F, 0.45F, 0.15F},
+     "Autumn\r\n\r\nThe standard icons in autumn colours: folders turn red and rust, screens turn "
+     "green, and the greys are warmed with orange.\r\n"},
+    {"Dusk",
+     180,
+     {0.45F, 0.30F, 0.70F},
+     "Dusk\r\n\r\nThe standard icons at nightfall: folders turn deep blue, screens glow red, and "
+     "the greys take a violet tint.\r\n"},
+    {"Lagoon",
      60,
-     {0.30F, 0.60F, 0.20F},
-     "Moss\r\n\r\nThe standard icons overgrown: folders turn green and the greys take a mossy "
-     "tint.\r\n"},
+     {0.10F, 0.55F, 0.60F},
+     "Lagoon\r\n\r\nThe standard icons by the water: screens turn blue, folders turn green, and "
+     "the greys take a sea-green tint.\r\n"},
 }};
 
 constexpr std::string_view kCommonReadMe =
@@ -179,7 +179,9 @@ void Generate(const fs::path& seed, const fs::path& generated) {
     if (!machine.ok()) {
         throw std::runtime_error(machine.reason());
     }
+    // The generated seed's library holds the starter themes alone.
     const fs::path library = generated / "drive_c/Program Files/Glyphmoor/Themes";
+    fs::remove_all(library);
     for (const StarterTheme& theme : kThemes) {
         MakeTheme(**machine, theme, library);
     }
