@@ -2,6 +2,8 @@
 
 #include "cli/IconCommands.h"
 #include "cli/IconSession.h"
+#include "foundation/DefaultMachine.h"
+#include "foundation/ProgramFolder.h"
 #include "foundation/RecentThemes.h"
 #include "themes/ThemeApply.h"
 #include "themes/ThemeFile.h"
@@ -94,6 +96,12 @@ int ThemeSave(CliContext& c, CommandArgs a) {
         return kExitFailed;
     }
     IconSession s(c.TheMachine(), false);
+    // The theme goes into the program's folder: it is set up first, and what
+    // it makes is recorded in the machine's baseline.
+    if (const Status made = EnsureProgramFolder(s.machine.Env(), s.machine.Registry(), SeedDirs()); !made) {
+        c.err << "glyphmoor-cli: " << made.reason() << '\n';
+        return kExitFailed;
+    }
     const auto saved = SaveThemeFile(s.catalogue, s.machine.Registry(), s.state, *path);
     if (!saved.ok()) {
         c.err << "glyphmoor-cli: " << saved.reason() << '\n';

@@ -296,3 +296,24 @@ TEST(IconCommands, GroupsAreNamedOrNumbered) {
 
 }  // namespace
 }  // namespace glyphmoor::test
+
+namespace glyphmoor::test {
+namespace {
+
+// A theme saved on a fresh machine makes the program's folder first, as a
+// change does, so undoing knows the folder is the program's.
+TEST(UndoAllCommand, KnowsTheProgramsFolderAThemeWasSavedInto) {
+    TempMachine machine;
+    const std::string dir = machine.Dir().string();
+    ASSERT_EQ(
+        RunIcons({"--machine", dir, "theme", "save", "C:\\Program Files\\Glyphmoor\\Themes\\Mine.gmtheme"})
+            .status,
+        kExitOk);
+    const CliRun preview = RunIcons({"--machine", dir, "undo-all"});
+    EXPECT_NE(preview.out.find("remove file\tC:\\Program Files\\Glyphmoor\n"), std::string::npos)
+        << preview.out;
+    EXPECT_NE(preview.out.find("remove file\tC:\\Program Files\\Glyphmoor\\Themes\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace glyphmoor::test

@@ -1,6 +1,8 @@
 // The window's theme commands: opening a theme into the catalogue, saving the
 // catalogue as a theme, deleting a theme of the library, the current theme
 // with the caption and the recent themes, and the Themes page's pop-up menu.
+#include "foundation/DefaultMachine.h"
+#include "foundation/ProgramFolder.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
 #include "themes/ThemeApply.h"
@@ -170,8 +172,11 @@ void Main::SaveThemeAs(std::string proposed) {
 
 void Main::WriteTheme(const std::string& path) {
     m_icons->EnsureLoaded();
-    const auto saved = [&] {
+    const auto saved = [&]() -> Result<std::string> {
         const BusyPointer busy;
+        // The theme goes into the program's folder: it is set up first, and
+        // what it makes is recorded in the machine's baseline.
+        TRY(EnsureProgramFolder(m_machine.Env(), m_machine.Registry(), SeedDirs()));
         return SaveThemeFile(m_catalogue, m_machine.Registry(), m_state, path);
     }();
     RefreshRecentMenu();
