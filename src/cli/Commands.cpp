@@ -1,6 +1,7 @@
 // The one table of glyphmoor-cli's commands: name, arguments, what they do,
 // arity and whether the runner opens the machine first.
 #include "cli/Cli.h"
+#include "cli/FolderIconCommands.h"
 #include "cli/IconCommands.h"
 #include "cli/IconFileCommands.h"
 #include "cli/IniCommands.h"
@@ -30,7 +31,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 31> kCommands = {{
+constexpr std::array<CliCommand, 34> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -111,6 +112,21 @@ constexpr std::array<CliCommand, 31> kCommands = {{
      "Only a theme lying in a folder of its own directly in the library folder is deleted, with that\n"
      "folder; any other file is refused.",
      1, 2, kMachine, ThemeDelete},
+    {"folder-icon show", "PATH",
+     "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",
+     "PATH is a Windows path of the machine (C:\\My Documents, or D:\\ for a drive), found without\n"
+     "regard to case. A folder keeps its icon in its desktop.ini, a drive in its autorun.inf.",
+     1, 1, kMachine, FolderIconShow},
+    {"folder-icon set", "PATH FILE INDEX", "gives a folder or drive the icon INDEX of FILE",
+     "A folder's desktop.ini gets IconFile and IconIndex under .ShellClassInfo, the folder the system\n"
+     "attribute and the file hidden and archive; a drive's autorun.inf gets Icon under AUTORUN. Other\n"
+     "keys of those files stay. FILE must be a file of the machine that holds that icon (a bare name\n"
+     "is looked for in the system folder). A folder that does not exist is an error; nothing is made.",
+     3, 3, kMachine, FolderIconSet},
+    {"folder-icon restore", "PATH [--yes]", "takes a folder's or drive's own icon away; asks for --yes first",
+     "Deletes the folder's desktop.ini and sets the folder to normal, or deletes the drive's\n"
+     "autorun.inf whole. Without --yes it shows the window's question and changes nothing.",
+     1, 2, kMachine, FolderIconRestore},
     {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
      kHostOrMachineFile, 1, 1, kNoMachine, CmdResources},
     {"icon-count", "FILE", "the number of icons in FILE", kHostOrMachineFile, 1, 1, kNoMachine, CmdIconCount},

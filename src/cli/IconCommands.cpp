@@ -64,6 +64,26 @@ std::optional<std::pair<int, std::size_t>> FindEntry(CliContext& c, IconSession&
     return std::nullopt;
 }
 
+// Runs one staging step on one entry; applies and saves when it changed something.
+template <typename Step>
+int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
+    const auto group = GroupArgument(groupText);
+    IconSession s(c.TheMachine(), group && *group == static_cast<int>(GroupNumber::Cursors));
+    const auto found = FindEntry(c, s, groupText, name);
+    if (!found) {
+        return kExitFailed;
+    }
+    const auto [number, position] = *found;
+    if (!step(s, number, position)) {
+        c.err << "glyphmoor-cli: nothing to change\n";
+        return kExitOk;
+    }
+    // Like the window's Apply, a change prints nothing; `icons` shows the result.
+    return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
+}
+
+}  // namespace
+
 // Why LOCATION cannot be given to an entry of the group: the file is not on
 // the machine, or does not hold that icon, or is no pointer file. Nothing when
 // it can.
@@ -93,26 +113,6 @@ std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconL
     return file + " holds no icon at index " + std::to_string(location.index) + " (it holds " +
            std::to_string(IconCountOfFile(host)) + ")";
 }
-
-// Runs one staging step on one entry; applies and saves when it changed something.
-template <typename Step>
-int OnEntry(CliContext& c, std::string_view groupText, std::string_view name, Step step) {
-    const auto group = GroupArgument(groupText);
-    IconSession s(c.TheMachine(), group && *group == static_cast<int>(GroupNumber::Cursors));
-    const auto found = FindEntry(c, s, groupText, name);
-    if (!found) {
-        return kExitFailed;
-    }
-    const auto [number, position] = *found;
-    if (!step(s, number, position)) {
-        c.err << "glyphmoor-cli: nothing to change\n";
-        return kExitOk;
-    }
-    // Like the window's Apply, a change prints nothing; `icons` shows the result.
-    return s.ApplyAndSave(c) ? kExitOk : kExitFailed;
-}
-
-}  // namespace
 
 int IconsSet(CliContext& c, CommandArgs a) {
     const auto location = SplitIconLocation(a[2]);

@@ -18,7 +18,9 @@
 #include "cli/Cli.h"
 #include "icons/IconCatalogue.h"
 
+#include <optional>
 #include <ostream>
+#include <string>
 
 namespace glyphmoor {
 
@@ -27,6 +29,11 @@ int IconsSet(CliContext& c, CommandArgs a);
 int IconsRestore(CliContext& c, CommandArgs a);
 int IconsRename(CliContext& c, CommandArgs a);
 int IconsRestoreAll(CliContext& c, CommandArgs a);
+
+// Why LOCATION cannot be given to an entry of the group (1 to 7): the file
+// is not on the machine, or does not hold that icon, or is no pointer file.
+// Nothing when it can.
+std::optional<std::string> WhyNotUsable(Machine& machine, int group, const IconLocation& location);
 
 // Writes every entry of one group as the "icons" command prints it.
 void PrintIconGroup(std::ostream& out, const IconGroup& group);

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -55,6 +56,11 @@ public:
     [[nodiscard]] virtual std::filesystem::path HostPath(std::string_view windowsPath) const = 0;
     // The Windows path of a host file, or "" when no drive of the machine holds it.
     [[nodiscard]] virtual std::string WindowsPath(const std::filesystem::path& hostPath) const = 0;
+    // The drives a user keeps folders on, in letter order, each as its letter
+    // and a colon ("C:"): on Windows the fixed and removable drives, on a
+    // machine folder the drives its dosdevices folder maps. C: is always
+    // among them.
+    [[nodiscard]] virtual std::vector<std::string> Drives() const { return {"C:"}; }
 };
 
 }  // namespace glyphmoor

@@ -21,6 +21,7 @@ enum : std::uint32_t {
     kAttrSystem = 0x4,
     kAttrDirectory = 0x10,
     kAttrArchive = 0x20,
+    kAttrNormal = 0x80,
 };
 
 // The attributes Windows reports for a file, or none when it does not exist.

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const override {
         return m_folder.WindowsPath(hostPath);
     }
+    [[nodiscard]] std::vector<std::string> Drives() const override { return m_folder.Drives(); }
 
 private:
     MachineFolder m_folder;

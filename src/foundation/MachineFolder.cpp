@@ -130,4 +130,17 @@ std::string MachineFolder::WindowsPath(const fs::path& hostPath) const {
     return {};
 }
 
+std::vector<std::string> MachineFolder::Drives() const {
+    std::vector<std::string> drives;
+    std::error_code ec;
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        if (fs::is_directory(DriveRoot(letter), ec)) {
+            drives.push_back({static_cast<char>(std::toupper(static_cast<unsigned char>(letter))), ':'});
+        } else if (letter == 'c') {
+            drives.emplace_back("C:");
+        }
+    }
+    return drives;
+}
+
 }  // namespace glyphmoor

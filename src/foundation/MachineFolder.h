@@ -32,6 +32,9 @@ public:
     [[nodiscard]] std::filesystem::path DriveRoot(char letter) const;
     [[nodiscard]] std::filesystem::path HostPath(std::string_view windowsPath) const;
     [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const;
+    // The drive letters Wine maps (the entries "x:" of dosdevices/ whose
+    // folder exists), as "C:", "Z:", in letter order; C: always.
+    [[nodiscard]] std::vector<std::string> Drives() const;
 
     // When a wineserver runs for this folder, the sentence that says so and how
     // to stop it; nothing otherwise. Such a server holds the registry in memory

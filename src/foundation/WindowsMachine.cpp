@@ -82,6 +82,25 @@ std::string WindowsEnvironment::WindowsPath(const std::filesystem::path& hostPat
     return Narrow(wide.data(), wide.size());
 }
 
+std::vector<std::string> WindowsEnvironment::Drives() const {
+    std::vector<std::string> drives;
+    const DWORD present = ::GetLogicalDrives();
+    for (int bit = 0; bit < 26; ++bit) {
+        const std::string drive{static_cast<char>('A' + bit), ':'};
+        if ((present & (1U << bit)) == 0) {
+            if (bit == 2) {
+                drives.push_back(drive);
+            }
+            continue;
+        }
+        const UINT type = ::GetDriveTypeA((drive + "\\").c_str());
+        if (type == DRIVE_FIXED || type == DRIVE_REMOVABLE || bit == 2) {
+            drives.push_back(drive);
+        }
+    }
+    return drives;
+}
+
 void WindowsSystem::BroadcastSettingChange(std::uint32_t wParam, std::optional<std::string> section) {
     if (section) {
         ::SendMessageA(HWND_BROADCAST, WM_SETTINGCHANGE, wParam, reinterpret_cast<LPARAM>(section->c_str()));

@@ -19,6 +19,8 @@ public:
     // Windows paths are host paths here.
     [[nodiscard]] std::filesystem::path HostPath(std::string_view windowsPath) const override;
     [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const override;
+    // The fixed and removable drives (GetLogicalDrives, GetDriveType).
+    [[nodiscard]] std::vector<std::string> Drives() const override;
 };
 
 class WindowsSystem final : public System {

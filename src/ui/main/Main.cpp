@@ -6,6 +6,7 @@
 #include "icons/IconCacheRebuild.h"
 #include "ui/prompt/frmPrompt.h"
 
+#include "ui/folders/FoldersPage.h"
 #include "ui/help/HelpTopics.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/icons/IconsPage.h"
@@ -109,8 +110,8 @@ void Main::BuildPages() {
     m_pages->addWidget(m_themes);
     m_icons = new IconsPage(Messages(), m_app.machine, m_catalogue, m_names, m_pages);
     m_pages->addWidget(m_icons);
-    m_pages->addWidget(UnavailablePage("picContSub2", "tabFolders", {QStringLiteral("Folders")},
-                                       {QStringLiteral("tvExplorer")}));
+    m_folders = new FoldersPage(Messages(), m_machine, m_catalogue, m_pages);
+    m_pages->addWidget(m_folders);
     m_pages->addWidget(UnavailablePage(
         "picContSub3", "tabShell",
         {QStringLiteral("General"), QStringLiteral("Bootup"), QStringLiteral("Miscellaneous")},
@@ -118,6 +119,8 @@ void Main::BuildPages() {
          QStringLiteral("lblTweak")}));
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
     ConnectThemesPage();
+    connect(m_folders, &FoldersPage::notice, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
 }
 
 QHBoxLayout* Main::BuildButtons() {
@@ -166,6 +169,9 @@ void Main::StartUp(const StartRequest& request) {
     // "/t FILE": the theme loaded for preview on the "Icons & Cursors" page, not applied.
     if (request.mode == StartMode::PreviewTheme) {
         OpenTheme(request.argument);
+    }
+    if (request.mode == StartMode::OpenFolder) {
+        m_folders->ShowFolder(request.argument);
     }
 }
 
@@ -241,6 +247,9 @@ void Main::ShowPage(Page page, int item) {
     }
     if (page == Page::Themes) {
         m_themes->EnsureLoaded();
+    }
+    if (page == Page::Folders) {
+        m_folders->EnsureLoaded();
     }
     QWidget* container = m_pages->widget(static_cast<int>(page) - 1);
     if (page == Page::TweakShell) {

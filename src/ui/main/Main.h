@@ -36,6 +36,7 @@ class QTreeWidgetItem;
 
 namespace glyphmoor {
 
+class FoldersPage;
 class IconsPage;
 class ThemesPage;
 
@@ -90,6 +91,7 @@ public:
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
     [[nodiscard]] ThemesPage& Themes() { return *m_themes; }
+    [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
 
 protected:
@@ -147,6 +149,7 @@ private:
     QStackedWidget* m_pages = nullptr;
     IconsPage* m_icons = nullptr;
     ThemesPage* m_themes = nullptr;
+    FoldersPage* m_folders = nullptr;
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;

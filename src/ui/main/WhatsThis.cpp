@@ -13,7 +13,7 @@ struct Text {
     const char* text;
 };
 
-constexpr std::array<Text, 45> kTexts = {{
+constexpr std::array<Text, 49> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
     {"mnuFile(2)", "Saves the icons and pointers shown now into the current theme file."},
@@ -53,6 +53,16 @@ constexpr std::array<Text, 45> kTexts = {{
     {"picContSub2", "The Folders page: icons of single folders and drives."},
     {"tabFolders", "The Folders page: icons of single folders and drives."},
     {"tvExplorer", "The folders and drives of the machine. Select one to give it an icon of its own."},
+    {"imgFolder", "The icon of the selected folder or drive as the shell draws it."},
+    {"lblFolder",
+     "The selected folder or drive, and the file and index of its own icon (or Windows Default "
+     "Icon)."},
+    {"cmdChangeF",
+     "Gives the selected folder or drive an icon of its own, chosen from an icon file, program or "
+     "library. It is written at once."},
+    {"cmdDefaultF",
+     "Takes the selected folder's or drive's own icon away: the folder's desktop.ini file, or the "
+     "drive's autorun.inf file, is removed."},
     {"picContSub3", "The Tweak Shell page: shell settings in three groups."},
     {"tabShell", "The groups of shell settings: General, Bootup and Miscellaneous."},
     {"tvTweak", "The shell settings. Click a box to switch a setting on or off."},
