@@ -1,5 +1,6 @@
 // The one table of glyphmoor-cli's commands: name, arguments, what they do,
 // arity and whether the runner opens the machine first.
+#include "cli/BundleCommands.h"
 #include "cli/Cli.h"
 #include "cli/FolderIconCommands.h"
 #include "cli/IconCommands.h"
@@ -31,7 +32,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 34> kCommands = {{
+constexpr std::array<CliCommand, 36> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -112,6 +113,19 @@ constexpr std::array<CliCommand, 34> kCommands = {{
      "Only a theme lying in a folder of its own directly in the library folder is deleted, with that\n"
      "folder; any other file is refused.",
      1, 2, kMachine, ThemeDelete},
+    {"theme pack", "FILE ZIP",
+     "packs the theme FILE and every file it names into the bundle ZIP; prints the bundle's path",
+     "\".zip\" is added unless ZIP ends in it. Files the theme names that are not there are left out\n"
+     "and named on the error stream; at most 100 files go into a bundle.",
+     2, 2, kMachine, ThemePack},
+    {"theme unpack", "ZIP [--overwrite yes|no]",
+     "unpacks the bundle ZIP into its folder of the theme library and makes it the current theme "
+     "without applying it; prints the theme file's path",
+     "The bundle is checked whole first and refused whole, with nothing written, when an entry is\n"
+     "not a plain file with a plain name, repeats a name, fails its size or CRC, or passes the limits\n"
+     "(100 files, 16 MiB a file, 64 MiB in all). Without --overwrite a file already in the theme's\n"
+     "folder stops the unpack with the question on the error stream.",
+     1, 3, kMachine, ThemeUnpack},
     {"folder-icon show", "PATH",
      "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",
      "PATH is a Windows path of the machine (C:\\My Documents, or D:\\ for a drive), found without\n"

@@ -6,6 +6,7 @@
 #include "foundation/ProgramFolder.h"
 #include "foundation/RecentThemes.h"
 #include "themes/ThemeApply.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
 #include "themes/ThemeLibrary.h"
 
@@ -17,11 +18,6 @@
 
 namespace glyphmoor {
 
-namespace {
-
-// The theme a FILE argument names, as a Windows path of the machine: given
-// so when it begins with a drive letter, else the host file's path on the
-// machine's drives. Nothing after saying why.
 std::optional<std::string> ThemePath(CliContext& c, const std::string& argument) {
     if (IsDriveLetterPath(argument)) {
         return argument;
@@ -36,6 +32,8 @@ std::optional<std::string> ThemePath(CliContext& c, const std::string& argument)
     }
     return path;
 }
+
+namespace {
 
 // The theme file to load: it must be there and be a ".gmtheme" file.
 std::optional<std::string> ThemeToLoad(CliContext& c, const std::string& argument) {
@@ -63,7 +61,8 @@ void PrintEntries(std::ostream& out, const std::vector<SystemIconEntry>& entries
 }  // namespace
 
 int ThemeApply(CliContext& c, CommandArgs a) {
-    const auto path = ThemePath(c, a[0]);
+    // A bundle may lie anywhere on the host: it is unpacked into the library first.
+    const auto path = IsBundlePath(a[0]) ? std::optional<std::string>(a[0]) : ThemePath(c, a[0]);
     if (!path) {
         return kExitFailed;
     }

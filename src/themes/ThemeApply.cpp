@@ -8,6 +8,7 @@
 #include "icons/IconEditing.h"
 #include "prompts/SilentPrompt.h"
 #include "prompts/modMsgbox.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
 
 #include <filesystem>
@@ -43,17 +44,35 @@ std::vector<SystemIconEntry> ChangedEntries(const IconCatalogue& catalogue, std:
     return changed;
 }
 
+namespace {
+
+// The theme file `path` names: itself, or for a bundle the theme it unpacks
+// to, a file already in the theme's folder kept as the silent prompt answers.
+Result<std::string> ThemeFileToApply(Machine& machine, std::string_view path) {
+    if (!IsBundlePath(path)) {
+        TRY(CheckThemeFile(machine.Env(), path));
+        return std::string(path);
+    }
+    const std::filesystem::path zip =
+        IsDriveLetterPath(path) ? machine.Env().HostPath(path) : std::filesystem::path(std::string(path));
+    const UnpackReport unpacked =
+        TRY(UnpackBundle(machine, zip, [](std::string_view /*file*/) { return OverwriteAnswer::Keep; }));
+    return unpacked.themePath;
+}
+
+}  // namespace
+
 Result<std::vector<SystemIconEntry>> ApplyThemeFile(Machine& machine, std::string_view path,
                                                     std::vector<int>* groups) {
-    TRY(CheckThemeFile(machine.Env(), path));
+    const std::string theme = TRY(ThemeFileToApply(machine, path));
     const AppEnvironment app = InitEnvironment(machine.Env());
     IconCatalogue catalogue(machine.Registry(), app);
     catalogue.DetectShellIcons();
     catalogue.BuildCursorCatalogue();
     AppState state;
     IconNameMarks names;
-    LoadThemeFile(catalogue, state, path);
-    SetCurrentTheme(machine.Registry(), state, path);
+    LoadThemeFile(catalogue, state, theme);
+    SetCurrentTheme(machine.Registry(), state, IsDriveLetterPath(path) ? path : std::string_view(theme));
     auto changed = ChangedEntries(catalogue, groups);
 
     ApplyIconChanges(catalogue, machine.Registry(), machine.Sys(), state, names);

@@ -25,7 +25,9 @@ Status CheckThemeFile(const Environment& machine, std::string_view path);
 std::vector<SystemIconEntry> ChangedEntries(const IconCatalogue& catalogue,
                                             std::vector<int>* groups = nullptr);
 
-// Applies the theme at `path` and saves the machine; gives the entries it
+// Applies the theme at `path` and saves the machine (a bundle, ".zip", a
+// Windows path or a host path, is unpacked into the library first, keeping
+// the files that are there already, and its theme applied); gives the entries it
 // changed (with their group numbers in `groups`).
 Result<std::vector<SystemIconEntry>> ApplyThemeFile(Machine& machine, std::string_view path,
                                                     std::vector<int>* groups = nullptr);

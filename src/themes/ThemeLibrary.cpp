@@ -46,6 +46,9 @@ std::vector<LibraryTheme> ListThemeLibrary(const AppEnvironment& app) {
     const std::string library = ThemeLibraryFolder(app);
     const fs::path host = app.machine.HostPath(library);
     for (const std::string& folder : NamesIn(host, true)) {
+        if (folder.starts_with('.')) {
+            continue;  // a hidden folder, such as one a bundle is being unpacked into
+        }
         for (const std::string& file : NamesIn(host / folder, false)) {
             if (IsThemeFile(file)) {
                 themes.push_back({library + "\\" + folder + "\\" + file,

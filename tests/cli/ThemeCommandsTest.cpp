@@ -7,6 +7,7 @@
 #include "iconfiles/modResource.h"
 #include "icons/OwnDefaults.h"
 #include "support/TempMachine.h"
+#include "themes/BundleZip.h"
 
 #include <gtest/gtest.h>
 
@@ -228,6 +229,74 @@ TEST_F(ThemeCommands, ADeletedThemeIsNoLongerCurrentNorRecent) {
     ASSERT_EQ(Run({"theme", "delete", upper, "--yes"}).status, 0);
     EXPECT_EQ(read(settings, "Current Theme"), "Error\n");
     EXPECT_EQ(read(recent, "1"), "Error\n");
+}
+
+TEST_F(ThemeCommands, PacksAndUnpacksABundleAskingBeforeItOverwrites) {
+    const std::string theme = Run({"theme", "save", m_library + "\\Sea"}).out;
+    ASSERT_FALSE(theme.empty());
+    const std::string zip = (m_home.Path() / "Sea.v1.zip").string();
+    const CliRun packed = Run({"theme", "pack", theme.substr(0, theme.size() - 1), zip});
+    if (!BundlesBuilt()) {
+        EXPECT_EQ(packed.status, 1);
+        EXPECT_NE(packed.err.find("not part of this build"), std::string::npos) << packed.err;
+        return;
+    }
+    ASSERT_EQ(packed.status, 0) << packed.err;
+    EXPECT_EQ(packed.out, zip + "\n");
+    // The theme saved without a Read Me: the bundle leaves it out and says so.
+    EXPECT_NE(packed.err.find("left out " + m_library + "\\Sea\\Read Me.txt"), std::string::npos)
+        << packed.err;
+
+    const fs::path icon = Host(m_library + "\\Sea\\Sea My Computer.ico");
+    std::ofstream(icon, std::ios::binary | std::ios::trunc) << "changed since";
+    const struct {
+        std::vector<std::string> options;
+        int status;
+        std::string icon;
+    } cases[] = {
+        {{}, 1, "changed since"},
+        {{"--overwrite", "no"}, 0, "changed since"},
+        {{"--overwrite", "yes"}, 0, ""},
+        {{"--overwrite"}, 2, ""},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> args = {"theme", "unpack", zip};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        const CliRun run = Run(args);
+        EXPECT_EQ(run.status, c.status) << run.err;
+        if (c.status == 0) {
+            EXPECT_EQ(run.out, theme);
+        }
+        if (c.status == 1) {
+            EXPECT_NE(run.err.find("Overwrite " + m_library + "\\Sea\\Sea My Computer.ico?"),
+                      std::string::npos)
+                << run.err;
+        }
+        std::ifstream in(icon, std::ios::binary);
+        const std::string now((std::istreambuf_iterator<char>(in)), {});
+        if (!c.icon.empty()) {
+            EXPECT_EQ(now, c.icon);
+        } else if (c.status == 0) {
+            EXPECT_NE(now, "changed since");
+        }
+    }
+    // The bundle lies on no drive of the machine: the unpacked theme becomes the current theme.
+    EXPECT_EQ(
+        Run({"reg", "read", "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings", "Current Theme"})
+            .out,
+        theme);
+}
+
+TEST_F(ThemeCommands, RefusesABundleThatIsNoZipArchiveAndWritesNothing) {
+    if (!BundlesBuilt()) {
+        GTEST_SKIP() << "this build has no bundles";
+    }
+    const fs::path zip = m_home.Path() / "Broken.zip";
+    std::ofstream(zip, std::ios::binary) << "PK\x03\x04 cut short";
+    const CliRun run = Run({"theme", "unpack", zip.string()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("refused as a theme bundle"), std::string::npos) << run.err;
+    EXPECT_FALSE(fs::exists(Host(m_library + "\\Broken")));
 }
 
 }  // namespace
