@@ -12,6 +12,7 @@
 #include "ui/icons/IconsPage.h"
 #include "ui/main/WhatsThis.h"
 #include "ui/main/WindowPictures.h"
+#include "ui/themes/ThemesPage.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -105,9 +106,8 @@ void Main::BuildStatusLine() {
 
 void Main::BuildPages() {
     m_pages = new QStackedWidget(this);
-    m_pages->addWidget(UnavailablePage(
-        "picContMain", "tabThemes", {QStringLiteral("Themes")},
-        {QStringLiteral("lvThemes"), QStringLiteral("cmdOpen"), QStringLiteral("cmdRefresh")}));
+    m_themes = new ThemesPage(m_app, m_pages);
+    m_pages->addWidget(m_themes);
     m_icons = new IconsPage(Messages(), m_app.machine, m_catalogue, m_names, m_pages);
     m_pages->addWidget(m_icons);
     m_folders = new FoldersPage(Messages(), m_machine, m_catalogue, m_pages);
@@ -118,6 +118,7 @@ void Main::BuildPages() {
         {QStringLiteral("tvTweak"), QStringLiteral("txtTweak"), QStringLiteral("scrTweak"),
          QStringLiteral("lblTweak")}));
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
+    ConnectThemesPage();
     connect(m_folders, &FoldersPage::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
 }
@@ -164,6 +165,10 @@ void Main::StartUp(const StartRequest& request) {
     move(at.left, at.top);
     if (request.firstPage != Page::None) {
         ShowPage(request.firstPage);
+    }
+    // "/t FILE": the theme loaded for preview on the "Icons & Cursors" page, not applied.
+    if (request.mode == StartMode::PreviewTheme) {
+        OpenTheme(request.argument);
     }
     if (request.mode == StartMode::OpenFolder) {
         m_folders->ShowFolder(request.argument);
@@ -239,6 +244,9 @@ void Main::ShowPage(Page page, int item) {
     if (page == Page::IconsAndCursors) {
         m_icons->EnsureLoaded();
         m_icons->ShowGroup(item + 1);
+    }
+    if (page == Page::Themes) {
+        m_themes->EnsureLoaded();
     }
     if (page == Page::Folders) {
         m_folders->EnsureLoaded();

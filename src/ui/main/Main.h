@@ -21,6 +21,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,7 @@ namespace glyphmoor {
 
 class FoldersPage;
 class IconsPage;
+class ThemesPage;
 
 class Main final : public QMainWindow {
     Q_OBJECT
@@ -66,11 +68,29 @@ public:
     // "&Rebuild Icon Cache": the same, then the machine written back.
     void RebuildIconsAndSave();
 
+    // The theme commands (MainThemes.cpp). OpenTheme loads a theme file into
+    // the catalogue for Apply (an empty path asks with the Open dialog first);
+    // SaveTheme saves over the current theme after the overwrite question,
+    // SaveThemeAs asks for a name; DeleteTheme removes one theme's folder
+    // after its question. Nothing reaches the machine's icons before Apply.
+    void OpenTheme(std::string path);
+    void SaveTheme();
+    void SaveThemeAs(std::string proposed = "Untitled");
+    void DeleteTheme(const std::string& caption, const std::string& path);
+
+    // The Open and Save dialogs of the theme commands: the Windows path
+    // chosen, nothing on Cancel. Tests put their own.
+    enum class ThemeDialog { Open, Save };
+    using ThemeFilePicker =
+        std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
+    void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
+
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
+    [[nodiscard]] ThemesPage& Themes() { return *m_themes; }
     [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
 
@@ -100,6 +120,15 @@ private:
     void OpenAddress(std::string_view address);
     void ShowAbout();
 
+    // MainThemes.cpp: the theme page's wiring and the steps of the commands.
+    void ConnectThemesPage();
+    std::optional<std::string> PickThemeFileWithDialog(ThemeDialog dialog, const std::string& proposed);
+    void WriteTheme(const std::string& path);
+    void OpenBundle(const std::string& path);
+    void ThemeBecameCurrent(const std::string& path);
+    void ShowThemeProblem(const std::string& text);
+    bool DispatchThemeCommand(std::string_view key);
+
     QWidget* BuildPageBar();
     QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,
                              const QStringList& controls);
@@ -119,11 +148,13 @@ private:
     QTreeWidget* m_vMenu = nullptr;
     QStackedWidget* m_pages = nullptr;
     IconsPage* m_icons = nullptr;
+    ThemesPage* m_themes = nullptr;
     FoldersPage* m_folders = nullptr;
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
+    ThemeFilePicker m_pickThemeFile;
 };
 
 }  // namespace glyphmoor

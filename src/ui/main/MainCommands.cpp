@@ -104,7 +104,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)"}) {
+    for (const char* key : {"mnuTools(0)", "mnuFav(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -134,8 +134,9 @@ void Main::RefreshRecentMenu() {
     for (const RecentMenuItem& item : items) {
         auto* action = new QAction(QString::fromStdString(item.caption), m_mnuFile);
         action->setObjectName(QString::fromStdString(item.key));
-        // Opening a theme is not in this build.
-        action->setEnabled(false);
+        action->setWhatsThis(QStringLiteral("Opens this theme again, as it was opened or saved recently."));
+        const std::string key = item.key;
+        connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
         m_mnuFile->insertAction(separator, action);
         m_actions[item.key] = action;
     }
@@ -252,7 +253,10 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 12> commands = {{
+    static const std::array<Command, 15> commands = {{
+        {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
+        {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
+        {"mnuFile(3)", [](Main& w) { w.SaveThemeAs("Untitled"); }},
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
@@ -273,11 +277,14 @@ bool Main::Dispatch(std::string_view key) {
             return true;
         }
     }
-    // The theme list, the tweak tree and the favourites are not in this build:
-    // their keys ("Theme_Open" ... "Theme_VReport", "Shl_Wht", "Shl_Tgl" ...) do
-    // nothing yet. The pop-up items "&Details" and "&What's This?" carry the keys
-    // "Theme_VDetails" and "Shl_Whats", which the handler does not know: they
-    // will do nothing then either, as the program has always done.
+    if (DispatchThemeCommand(key)) {
+        RefreshCaption();
+        return true;
+    }
+    // The tweak tree and the favourites are not in this build: their keys
+    // ("Shl_Wht", "Shl_Tgl" ..., "Theme_AddFav", "Theme_Package") do nothing
+    // yet. The pop-up item "&What's This?" carries the key "Shl_Whats", which
+    // the handler does not know.
     return false;
 }
 
