@@ -8,6 +8,7 @@
 #include "icons/IconCatalogue.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
+#include "themes/BundleZip.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
@@ -131,6 +132,47 @@ private slots:
         m_window.reset();
         m_machine.reset();
         m_dir.reset();
+    }
+
+    void aBundlePackagedFromThePopupOpensAgainLoadedForApply() {
+        if (!BundlesBuilt()) {
+            QSKIP("this build has no bundles");
+        }
+        dynamic_cast<RecordingSystem&>(m_machine->Sys()).SetOpensDocuments(false);
+        const std::string theme = WriteTheme("Sea", "C:\\WINDOWS\\explorer.exe,2");
+        std::ofstream(Host(theme), std::ios::app) << "[Include]\nRead Me=%ThemeDir%Read Me.txt\n";
+        std::ofstream(Host(std::string(kLibrary) + "\\Sea\\Read Me.txt")) << "Blue.";
+        m_window->Themes().Refresh();
+        Click(QStringLiteral("Sea"));
+        std::vector<std::string> proposed;
+        m_window->SetBundlePicker([&](const std::string& name) {
+            proposed.push_back(name);
+            return std::optional<std::string>(Host("C:\\Sea.v2").string());
+        });
+        QVERIFY(m_window->Dispatch("Theme_Package"));
+        QCOMPARE(proposed, std::vector<std::string>{"Sea.zip"});
+        QVERIFY(std::filesystem::is_regular_file(Host("C:\\Sea.v2.zip")));
+
+        // The theme changed since it was packed: opening the bundle asks before overwriting.
+        std::ofstream(Host(theme)) << "[Desktop Icons]\nMy Computer=C:\\WINDOWS\\explorer.exe,5\n";
+        std::vector<std::string> asked;
+        m_window->SetOverwriteAnswer([&](std::string_view file) {
+            asked.emplace_back(file);
+            return OverwriteAnswer::Overwrite;
+        });
+        m_window->OpenTheme("C:\\Sea.v2.zip");
+        QCOMPARE(asked.size(), std::size_t{2});
+        QCOMPARE(asked.front(), std::string(kLibrary) + "\\Sea\\Read Me.txt");
+        QCOMPARE(MyComputer().Text(), std::string("C:\\WINDOWS\\explorer.exe,2"));
+        QVERIFY(m_window->State().rebuildPending);
+        QVERIFY(m_window->findChild<QPushButton*>(QStringLiteral("cmdApply"))->isEnabled());
+        QVERIFY(m_window->windowTitle().contains(QStringLiteral("C:\\Sea")));
+        const auto& calls = dynamic_cast<RecordingSystem&>(m_machine->Sys()).Calls();
+        QVERIFY(std::find(calls.begin(), calls.end(),
+                          "Open \"" + Host(std::string(kLibrary) + "\\Sea\\Read Me.txt").string() + "\"") !=
+                calls.end());
+        // Nothing changed on the machine before Apply.
+        QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
     }
 
     void theFirstStartListsTheStarterThemesWithTheirPictures() {

@@ -13,6 +13,7 @@
 #include "icons/IconEditing.h"
 #include "prompts/Prompt.h"
 #include "prompts/modMsgbox.h"
+#include "themes/ThemeBundle.h"
 
 #include <QDialog>
 #include <QMainWindow>
@@ -85,6 +86,14 @@ public:
         std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
     void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
 
+    // "&Package Theme...": packs the selected theme (else the current one)
+    // into a Glyphbundle chosen with the Save dialog (MainBundles.cpp).
+    void PackageTheme();
+    // The Save Glyphbundle dialog (a host path chosen, nothing on Cancel) and
+    // the overwrite question of an unpack; tests put their own.
+    using BundlePicker = std::function<std::optional<std::string>(const std::string& proposed)>;
+    void SetBundlePicker(BundlePicker pick) { m_pickBundle = std::move(pick); }
+    void SetOverwriteAnswer(OverwriteQuestion answer) { m_overwriteAnswer = std::move(answer); }
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
@@ -125,6 +134,8 @@ private:
     std::optional<std::string> PickThemeFileWithDialog(ThemeDialog dialog, const std::string& proposed);
     void WriteTheme(const std::string& path);
     void OpenBundle(const std::string& path);
+    std::optional<std::string> PickBundleWithDialog(const std::string& proposed);
+    OverwriteAnswer AskOverwrite(std::string_view file);
     void ThemeBecameCurrent(const std::string& path);
     void ShowThemeProblem(const std::string& text);
     bool DispatchThemeCommand(std::string_view key);
@@ -155,6 +166,8 @@ private:
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
     ThemeFilePicker m_pickThemeFile;
+    BundlePicker m_pickBundle;
+    OverwriteQuestion m_overwriteAnswer;
 };
 
 }  // namespace glyphmoor

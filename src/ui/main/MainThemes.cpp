@@ -59,6 +59,7 @@ void Main::ConnectThemesPage() {
     m_pickThemeFile = [this](ThemeDialog dialog, const std::string& proposed) {
         return PickThemeFileWithDialog(dialog, proposed);
     };
+    m_pickBundle = [this](const std::string& proposed) { return PickBundleWithDialog(proposed); };
     connect(m_themes, &ThemesPage::openRequested, this,
             [this](const QString& path) { OpenTheme(path.toStdString()); });
     connect(m_themes, &ThemesPage::deleteRequested, this,
@@ -68,10 +69,9 @@ void Main::ConnectThemesPage() {
     connect(m_themes, &ThemesPage::popupRequested, this, [this](const QPoint& at) {
         QMenu menu(this);
         FillPopup(&menu, PopupContext::Themes);
-        // Favourites and bundles are not in this build.
+        // Favourites are not in this build.
         for (QAction* action : menu.actions()) {
-            if (action->objectName() == QStringLiteral("Theme_AddFav") ||
-                action->objectName() == QStringLiteral("Theme_Package")) {
+            if (action->objectName() == QStringLiteral("Theme_AddFav")) {
                 action->setEnabled(false);
             }
         }
@@ -132,12 +132,6 @@ void Main::OpenTheme(std::string path) {
     }
     ThemeBecameCurrent(path);
     PendingChanged();
-}
-
-void Main::OpenBundle(const std::string& path) {
-    ShowThemeProblem("This build of Glyphmoor cannot open Glyphbundles yet, so " + path +
-                     " was not opened. Unpack it into a folder of its own under " +
-                     ThemeLibraryFolder(m_app) + " and open its theme file.");
 }
 
 void Main::SaveTheme() {
@@ -259,6 +253,10 @@ bool Main::DispatchThemeCommand(std::string_view key) {
     }
     if (key == "Theme_Apply") {
         ApplyChanges();
+        return true;
+    }
+    if (key == "Theme_Package") {
+        PackageTheme();
         return true;
     }
     if (key == "Theme_Refresh") {
