@@ -38,6 +38,7 @@ class QTreeWidgetItem;
 namespace glyphmoor {
 
 class FoldersPage;
+class frmAddFav;
 class IconsPage;
 class ThemesPage;
 
@@ -94,6 +95,17 @@ public:
     using BundlePicker = std::function<std::optional<std::string>(const std::string& proposed)>;
     void SetBundlePicker(BundlePicker pick) { m_pickBundle = std::move(pick); }
     void SetOverwriteAnswer(OverwriteQuestion answer) { m_overwriteAnswer = std::move(answer); }
+    // The favourites (MainFavorites.cpp): the menu made from the favourites
+    // folder, a favourite's theme opened, the Add Favorite dialog for the
+    // selected theme (else the current one, unless `selectedOnly`), and the
+    // folder opened with the desktop's handler.
+    void BuildFavoritesMenu(QMenu* menu);
+    void RefreshFavoritesMenu(QMenu* menu);
+    void OpenFavorite(const std::string& target);
+    void AddToFavorites(bool selectedOnly);
+    void OrganizeFavorites();
+    // How the Add Favorite dialog is shown; tests put their own.
+    void SetAddFavoriteRunner(std::function<int(frmAddFav&)> run) { m_runAddFavorite = std::move(run); }
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
@@ -167,6 +179,7 @@ private:
     std::function<bool(QDialog&)> m_undoAnswer;
     ThemeFilePicker m_pickThemeFile;
     BundlePicker m_pickBundle;
+    std::function<int(frmAddFav&)> m_runAddFavorite;
     OverwriteQuestion m_overwriteAnswer;
 };
 

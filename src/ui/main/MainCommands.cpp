@@ -77,10 +77,7 @@ void Main::BuildMenus() {
     tools->addSeparator();
     MenuItem(tools, QStringLiteral("mnuTools(6)"), QStringLiteral("&Undo all Glyphmoor changes..."));
 
-    QMenu* fav = bar->addMenu(QStringLiteral("&Favorites"));
-    fav->setObjectName(QStringLiteral("mnuFav"));
-    MenuItem(fav, QStringLiteral("mnuFav(0)"), QStringLiteral("&Organize Favorites..."))
-        ->setIcon(WindowPicture(Picture::Favorites, 16));
+    BuildFavoritesMenu(bar->addMenu(QStringLiteral("&Favorites")));
 
     QMenu* help = bar->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -104,7 +101,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuTools(0)", "mnuFav(0)"}) {
+    for (const char* key : {"mnuTools(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -185,7 +182,8 @@ void Main::BuildToolbar() {
             action->setWhatsThis(WhatsThisText(key));
             connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
             const auto item = m_actions.find(key);
-            action->setEnabled(key == "cmdHelp" || (item != m_actions.end() && item->second->isEnabled()));
+            action->setEnabled(key == "cmdHelp" || key == "Add to Favorites" ||
+                               (item != m_actions.end() && item->second->isEnabled()));
         }
         action->setObjectName(QStringLiteral("tbMain(%1)").arg(position++));
     }
@@ -253,7 +251,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 15> commands = {{
+    static const std::array<Command, 19> commands = {{
         {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
         {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
         {"mnuFile(3)", [](Main& w) { w.SaveThemeAs("Untitled"); }},
@@ -269,6 +267,10 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
         {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
         {"cmdHelp", [](Main& w) { ShowHelpTopic("Contents", &w); }},
+        {"mnuFav(0)", [](Main& w) { w.OrganizeFavorites(); }},
+        {"mnuFav(1)", [](Main& w) { w.AddToFavorites(false); }},
+        {"Add to Favorites", [](Main& w) { w.AddToFavorites(true); }},
+        {"Theme_AddFav", [](Main& w) { w.AddToFavorites(true); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {
@@ -281,9 +283,8 @@ bool Main::Dispatch(std::string_view key) {
         RefreshCaption();
         return true;
     }
-    // The tweak tree and the favourites are not in this build: their keys
-    // ("Shl_Wht", "Shl_Tgl" ..., "Theme_AddFav", "Theme_Package") do nothing
-    // yet. The pop-up item "&What's This?" carries the key "Shl_Whats", which
+    // The tweak tree is not in this build: its keys ("Shl_Wht", "Shl_Tgl" ...)
+    // do nothing yet. The pop-up item "&What's This?" carries the key "Shl_Whats", which
     // the handler does not know.
     return false;
 }

@@ -10,6 +10,7 @@
 #include "themes/ThemeLibrary.h"
 #include "ui/BusyPointer.h"
 #include "ui/MachineFilePicker.h"
+#include "ui/favorites/frmAddFav.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/themes/ThemesPage.h"
@@ -60,6 +61,7 @@ void Main::ConnectThemesPage() {
         return PickThemeFileWithDialog(dialog, proposed);
     };
     m_pickBundle = [this](const std::string& proposed) { return PickBundleWithDialog(proposed); };
+    m_runAddFavorite = [](frmAddFav& dialog) { return dialog.exec(); };
     connect(m_themes, &ThemesPage::openRequested, this,
             [this](const QString& path) { OpenTheme(path.toStdString()); });
     connect(m_themes, &ThemesPage::deleteRequested, this,
@@ -69,12 +71,6 @@ void Main::ConnectThemesPage() {
     connect(m_themes, &ThemesPage::popupRequested, this, [this](const QPoint& at) {
         QMenu menu(this);
         FillPopup(&menu, PopupContext::Themes);
-        // Favourites are not in this build.
-        for (QAction* action : menu.actions()) {
-            if (action->objectName() == QStringLiteral("Theme_AddFav")) {
-                action->setEnabled(false);
-            }
-        }
         menu.exec(at);
     });
 }
