@@ -8,6 +8,8 @@
 #include "icons/IconCatalogue.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
+#include "themes/BundleZip.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
@@ -342,6 +344,45 @@ private slots:
         item->trigger();
         QCOMPARE(int(m_window->Themes().CurrentView()), view);
         QCOMPARE(List()->iconSize().width(), iconSize);
+    }
+
+    void openingABundleUnpacksAndLoadsIt() {
+        if (!BundlesBuilt()) {
+            QSKIP("bundles are not part of this build");
+        }
+        const AppEnvironment app = InitEnvironment(m_machine->Env());
+        const std::string lagoon = std::string(kLibrary) + "\\Lagoon\\Lagoon.gmtheme";
+        QVERIFY(PackTheme(app, lagoon, Host("C:\\Sea.v2.zip")).ok());
+        m_picks = {std::string("C:\\Sea.v2.zip")};
+        m_window->findChild<QAction*>(QStringLiteral("mnuFile(0)"))->trigger();
+        // Unpacked into a folder named by the bundle, listed, loaded, not applied.
+        QCOMPARE(Captions().count(QStringLiteral("Lagoon")), 2);
+        QCOMPARE(MyComputer().file, std::string(kLibrary) + "\\Sea\\Lagoon My Computer.ico");
+        QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
+        QVERIFY(m_window->State().applyEnabled);
+        QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor - C:\\Sea"));
+        QCOMPARE(RecentThemes(m_machine->Registry()).front(), std::string("C:\\Sea.v2.zip"));
+        // Opened again, each file there already is asked about; Cancel stops and says so.
+        m_prompt->Answer({PromptAnswer::Press(0)});
+        m_window->OpenTheme("C:\\Sea.v2.zip");
+        QCOMPARE(m_prompt->Shown().at(m_prompt->Shown().size() - 2).buttons,
+                 (std::array<std::string, 3>{"Cancel", "No", "Yes"}));
+        QVERIFY(m_prompt->Shown().back().text.find("was not opened") != std::string::npos);
+    }
+
+    void packageThemePacksTheCurrentTheme() {
+        if (!BundlesBuilt()) {
+            QSKIP("bundles are not part of this build");
+        }
+        // Nothing to package before a theme is opened or saved.
+        QVERIFY(m_window->Dispatch("Theme_Package"));
+        QVERIFY(m_asked.empty());
+        m_window->OpenTheme(std::string(kLibrary) + "\\Dusk\\Dusk.gmtheme");
+        m_picks = {std::string("C:\\Evening")};
+        QVERIFY(m_window->Dispatch("Theme_Package"));
+        QCOMPARE(m_asked.back(), std::make_pair(Main::ThemeDialog::SaveBundle, std::string("Dusk.zip")));
+        QVERIFY(std::filesystem::is_regular_file(Host("C:\\Evening.zip")));
+        QCOMPARE(m_prompt->Shown().back().text, std::string("The theme is packaged as C:\\Evening.zip."));
     }
 
     void slashTOpensTheThemeForPreviewOnly() {

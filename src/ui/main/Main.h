@@ -77,10 +77,12 @@ public:
     void SaveTheme();
     void SaveThemeAs(std::string proposed = "Untitled");
     void DeleteTheme(const std::string& caption, const std::string& path);
+    // "&Package Theme...": packs the current theme into a Glyphbundle.
+    void PackageTheme();
 
     // The Open and Save dialogs of the theme commands: the Windows path
     // chosen, nothing on Cancel. Tests put their own.
-    enum class ThemeDialog { Open, Save };
+    enum class ThemeDialog { Open, Save, SaveBundle };
     using ThemeFilePicker =
         std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
     void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }

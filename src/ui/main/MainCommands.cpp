@@ -253,7 +253,8 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 15> commands = {{
+    static const std::array<Command, 16> commands = {{
+        {"Theme_Package", [](Main& w) { w.PackageTheme(); }},
         {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
         {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
         {"mnuFile(3)", [](Main& w) { w.SaveThemeAs("Untitled"); }},
@@ -282,7 +283,7 @@ bool Main::Dispatch(std::string_view key) {
         return true;
     }
     // The tweak tree and the favourites are not in this build: their keys
-    // ("Shl_Wht", "Shl_Tgl" ..., "Theme_AddFav", "Theme_Package") do nothing
+    // ("Shl_Wht", "Shl_Tgl" ..., "Theme_AddFav") do nothing
     // yet. The pop-up item "&What's This?" carries the key "Shl_Whats", which
     // the handler does not know.
     return false;

@@ -5,7 +5,9 @@
 #include "foundation/ProgramFolder.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
+#include "themes/BundleZip.h"
 #include "themes/ThemeApply.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/BusyPointer.h"
@@ -31,6 +33,7 @@ namespace {
 const QString kOpenFilter =
     QStringLiteral("Theme Files (*.gmtheme *.zip);;Icon Theme (*.gmtheme);;Glyphbundle (*.zip)");
 const QString kSaveFilter = QStringLiteral("Icon Theme (*.gmtheme)");
+const QString kBundleFilter = QStringLiteral("Glyphbundle (*.zip)");
 
 // The extension of a path's file name, lower-cased; "" when it has none.
 std::string ExtensionOf(std::string_view path) {
@@ -68,10 +71,9 @@ void Main::ConnectThemesPage() {
     connect(m_themes, &ThemesPage::popupRequested, this, [this](const QPoint& at) {
         QMenu menu(this);
         FillPopup(&menu, PopupContext::Themes);
-        // Favourites and bundles are not in this build.
+        // Favourites are not in this build.
         for (QAction* action : menu.actions()) {
-            if (action->objectName() == QStringLiteral("Theme_AddFav") ||
-                action->objectName() == QStringLiteral("Theme_Package")) {
+            if (action->objectName() == QStringLiteral("Theme_AddFav")) {
                 action->setEnabled(false);
             }
         }
@@ -84,9 +86,10 @@ std::optional<std::string> Main::PickThemeFileWithDialog(ThemeDialog dialog, con
     if (dialog == ThemeDialog::Open) {
         return PickMachineFile(this, m_app.machine, QStringLiteral("Open Theme"), library, kOpenFilter);
     }
-    const QString chosen =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save Icon Theme"),
-                                     QString::fromStdString((library / proposed).string()), kSaveFilter);
+    const bool bundle = dialog == ThemeDialog::SaveBundle;
+    const QString chosen = QFileDialog::getSaveFileName(
+        this, bundle ? QStringLiteral("Save Glyphbundle") : QStringLiteral("Save Icon Theme"),
+        QString::fromStdString((library / proposed).string()), bundle ? kBundleFilter : kSaveFilter);
     if (chosen.isEmpty()) {
         return std::nullopt;
     }
@@ -134,10 +137,69 @@ void Main::OpenTheme(std::string path) {
     PendingChanged();
 }
 
+// A Glyphbundle: unpacked into its folder of the library (each file there
+// already asked about), its Read Me opened, the list rebuilt and its theme
+// loaded; the bundle itself becomes the current theme.
 void Main::OpenBundle(const std::string& path) {
-    ShowThemeProblem("This build of Glyphmoor cannot open Glyphbundles yet, so " + path +
-                     " was not opened. Unpack it into a folder of its own under " +
-                     ThemeLibraryFolder(m_app) + " and open its theme file.");
+    const auto question = [this](std::string_view file) {
+        m_prompt->SetPromptText(BundleOverwriteQuestion(file));
+        switch (m_prompt->ShowPrompt("Yes", "No", "Cancel", static_cast<std::int16_t>(PromptIcon::Question),
+                                     0, "")) {
+            case 2:
+                return OverwriteAnswer::Overwrite;
+            case 1:
+                return OverwriteAnswer::Keep;
+            default:
+                return OverwriteAnswer::Stop;
+        }
+    };
+    const auto unpacked = UnpackBundle(m_machine, m_app.machine.HostPath(path), question);
+    if (!unpacked.ok()) {
+        ShowThemeProblem("The Glyphbundle " + path + " was not opened: " + unpacked.reason());
+        return;
+    }
+    const std::filesystem::path readMe = m_app.machine.HostPath(unpacked->folder + "\\Read Me.txt");
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(readMe, ec)) {
+        m_machine.Sys().OpenDocument(readMe.string());
+    }
+    m_themes->Refresh();
+    {
+        const BusyPointer busy;
+        LoadThemeFile(m_catalogue, m_state, unpacked->themePath);
+    }
+    m_state.rebuildPending = true;
+    ThemeBecameCurrent(path);
+    PendingChanged();
+    static_cast<void>(SaveMachine());  // what the unpack made is recorded; a failure has been shown
+}
+
+void Main::PackageTheme() {
+    if (!m_state.currentTheme.ends_with(kThemeExtension) || !BundlesBuilt()) {
+        ShowThemeProblem(BundlesBuilt() ? "Open or save a theme first: the current theme is what is packaged."
+                                        : "This build of Glyphmoor cannot make Glyphbundles.");
+        return;
+    }
+    auto picked = m_pickThemeFile(ThemeDialog::SaveBundle, BaseNameOf(m_state.currentTheme) + ".zip");
+    if (!picked) {
+        return;
+    }
+    if (!IsBundlePath(*picked)) {
+        *picked += kBundleExtension;
+    }
+    const auto packed = [&] {
+        const BusyPointer busy;
+        return PackTheme(m_app, m_state.currentTheme, m_app.machine.HostPath(*picked));
+    }();
+    if (!packed.ok()) {
+        ShowThemeProblem("Glyphmoor could not package the theme: " + packed.reason());
+        return;
+    }
+    std::string text = "The theme is packaged as " + *picked + ".";
+    for (const std::string& missing : packed->missing) {
+        text += "\n\nLeft out, as it is not there: " + missing;
+    }
+    ShowThemeProblem(text);
 }
 
 void Main::SaveTheme() {
