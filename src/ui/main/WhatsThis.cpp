@@ -16,8 +16,8 @@ struct Text {
 constexpr std::array<Text, 50> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
-    {"mnuFile(2)", "Saves the icons and pointers shown now into the current theme file."},
-    {"mnuFile(3)", "Saves the icons and pointers shown now into a new theme file."},
+    {"mnuFile(2)", "Saves the icons shown now into the current theme file, with a copy of each icon."},
+    {"mnuFile(3)", "Saves the icons shown now into a new theme file, with a copy of each icon."},
     {"mnuFile(5)", "Closes Glyphmoor. When changes are waiting, you are asked whether to apply them."},
     {"mnuTools(0)", "Puts every shell setting of the Tweak Shell page back to its default."},
     {"mnuTools(1)", "Gives every system icon its default back, after asking. Apply writes the change."},
