@@ -44,8 +44,8 @@ void GrowHive(const fs::path& hive, std::size_t targetBytes) {
 }
 
 // A default machine, its hives kept aside so each run starts from them, and
-// a theme that changes every entry: the first starter theme's icons with
-// every pointer moved to the next pointer file.
+// a theme that changes every entry: the first starter theme (its icons and
+// its pointers).
 struct Fixture {
     fs::path dir;
     fs::path pristine;
@@ -74,18 +74,6 @@ struct Fixture {
             throw std::runtime_error("the default machine has no starter theme");
         }
         theme = themes.front().path;
-        IconCatalogue catalogue((*machine)->Registry(), app);
-        catalogue.BuildCursorCatalogue();
-        const IconGroup& pointers = catalogue.Group(7);
-        std::vector<std::string> files;
-        for (const auto& entry : fs::directory_iterator((*machine)->Env().HostPath("C:\\WINDOWS\\Cursors"))) {
-            files.push_back(entry.path().filename().string());
-        }
-        std::ofstream out((*machine)->Env().HostPath(theme), std::ios::binary | std::ios::app);
-        out << "[Cursors]\r\n";
-        for (std::size_t i = 0; i < pointers.Count(); ++i) {
-            out << pointers.KeyAt(i) << "=%windir%\\Cursors\\" << files.at(i % files.size()) << "\r\n";
-        }
     }
 
     void Reset() const {

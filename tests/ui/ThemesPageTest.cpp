@@ -9,6 +9,7 @@
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
 #include "themes/BundleZip.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/favorites/frmAddFav.h"
 #include "ui/favorites/frmAddFolder.h"
@@ -138,47 +139,6 @@ private slots:
         m_dir.reset();
     }
 
-    void aBundlePackagedFromThePopupOpensAgainLoadedForApply() {
-        if (!BundlesBuilt()) {
-            QSKIP("this build has no bundles");
-        }
-        dynamic_cast<RecordingSystem&>(m_machine->Sys()).SetOpensDocuments(false);
-        const std::string theme = WriteTheme("Sea", "C:\\WINDOWS\\explorer.exe,2");
-        std::ofstream(Host(theme), std::ios::app) << "[Include]\nRead Me=%ThemeDir%Read Me.txt\n";
-        std::ofstream(Host(std::string(kLibrary) + "\\Sea\\Read Me.txt")) << "Blue.";
-        m_window->Themes().Refresh();
-        Click(QStringLiteral("Sea"));
-        std::vector<std::string> proposed;
-        m_window->SetBundlePicker([&](const std::string& name) {
-            proposed.push_back(name);
-            return std::optional<std::string>(Host("C:\\Sea.v2").string());
-        });
-        QVERIFY(m_window->Dispatch("Theme_Package"));
-        QCOMPARE(proposed, std::vector<std::string>{"Sea.zip"});
-        QVERIFY(std::filesystem::is_regular_file(Host("C:\\Sea.v2.zip")));
-
-        // The theme changed since it was packed: opening the bundle asks before overwriting.
-        std::ofstream(Host(theme)) << "[Desktop Icons]\nMy Computer=C:\\WINDOWS\\explorer.exe,5\n";
-        std::vector<std::string> asked;
-        m_window->SetOverwriteAnswer([&](std::string_view file) {
-            asked.emplace_back(file);
-            return OverwriteAnswer::Overwrite;
-        });
-        m_window->OpenTheme("C:\\Sea.v2.zip");
-        QCOMPARE(asked.size(), std::size_t{2});
-        QCOMPARE(asked.front(), std::string(kLibrary) + "\\Sea\\Read Me.txt");
-        QCOMPARE(MyComputer().Text(), std::string("C:\\WINDOWS\\explorer.exe,2"));
-        QVERIFY(m_window->State().rebuildPending);
-        QVERIFY(m_window->findChild<QPushButton*>(QStringLiteral("cmdApply"))->isEnabled());
-        QVERIFY(m_window->windowTitle().contains(QStringLiteral("C:\\Sea")));
-        const auto& calls = dynamic_cast<RecordingSystem&>(m_machine->Sys()).Calls();
-        QVERIFY(std::find(calls.begin(), calls.end(),
-                          "Open \"" + Host(std::string(kLibrary) + "\\Sea\\Read Me.txt").string() + "\"") !=
-                calls.end());
-        // Nothing changed on the machine before Apply.
-        QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
-    }
-
     void aThemeAddedToFavoritesInAFolderOfItsOwnOpensFromTheMenu() {
         const std::string theme = WriteTheme("Sea", "C:\\WINDOWS\\explorer.exe,2");
         const std::string favorites = m_machine->Env().ProgramDirectory() + "\\Favorites";
@@ -284,6 +244,34 @@ private slots:
         QVERIFY(m_window->Dispatch("Theme_Apply"));
         QCOMPARE(StoredMyComputer(), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,8"));
         QVERIFY(!m_window->State().themeLoaded);
+    }
+
+    // A starter theme loaded from the list and applied: every entry of every
+    // list shows the theme's own file, and so does the machine's registry.
+    void applyingAStarterThemeChangesEveryEntry() {
+        Click(QStringLiteral("Autumn"));
+        QTest::mouseClick(Control<QPushButton>("cmdOpen"), Qt::LeftButton);
+        m_window->ApplyChanges();
+        const std::string folder = std::string(kLibrary) + "\\Autumn\\";
+        auto machine = OpenMachineFolder(MachineDir());
+        QVERIFY(machine.ok());
+        const AppEnvironment app = InitEnvironment((*machine)->Env());
+        IconCatalogue stored((*machine)->Registry(), app);
+        stored.DetectShellIcons();
+        stored.BuildCursorCatalogue();
+        for (int group = 1; group <= kIconGroupCount; ++group) {
+            QListWidget* list = m_window->Icons().List(group);
+            QCOMPARE(list->count(), int(stored.Group(group).Count()));
+            for (std::size_t i = 0; i < stored.Group(group).Count(); ++i) {
+                const std::string key(stored.Group(group).KeyAt(i));
+                const std::string shown = m_window->Catalogue().Group(group).LocationAt(i).file;
+                if (key == "Bitmap Image") {
+                    continue;  // its tweak's rule writes it back after the file types
+                }
+                QVERIFY2(shown.starts_with(folder), shown.c_str());
+                QCOMPARE(stored.Group(group).LocationAt(i).file, shown);
+            }
+        }
     }
 
     void doubleClickAndTheRecentMenuOpenATheme() {
@@ -454,6 +442,45 @@ private slots:
         item->trigger();
         QCOMPARE(int(m_window->Themes().CurrentView()), view);
         QCOMPARE(List()->iconSize().width(), iconSize);
+    }
+
+    void openingABundleUnpacksAndLoadsIt() {
+        if (!BundlesBuilt()) {
+            QSKIP("bundles are not part of this build");
+        }
+        const AppEnvironment app = InitEnvironment(m_machine->Env());
+        const std::string lagoon = std::string(kLibrary) + "\\Lagoon\\Lagoon.gmtheme";
+        QVERIFY(PackTheme(app, lagoon, Host("C:\\Sea.v2.zip")).ok());
+        m_picks = {std::string("C:\\Sea.v2.zip")};
+        m_window->findChild<QAction*>(QStringLiteral("mnuFile(0)"))->trigger();
+        // Unpacked into a folder named by the bundle, listed, loaded, not applied.
+        QCOMPARE(Captions().count(QStringLiteral("Lagoon")), 2);
+        QCOMPARE(MyComputer().file, std::string(kLibrary) + "\\Sea\\Lagoon My Computer.ico");
+        QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
+        QVERIFY(m_window->State().applyEnabled);
+        QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor - C:\\Sea"));
+        QCOMPARE(RecentThemes(m_machine->Registry()).front(), std::string("C:\\Sea.v2.zip"));
+        // Opened again, each file there already is asked about; Cancel stops and says so.
+        m_prompt->Answer({PromptAnswer::Press(0)});
+        m_window->OpenTheme("C:\\Sea.v2.zip");
+        QCOMPARE(m_prompt->Shown().at(m_prompt->Shown().size() - 2).buttons,
+                 (std::array<std::string, 3>{"Cancel", "No", "Yes"}));
+        QVERIFY(m_prompt->Shown().back().text.find("was not opened") != std::string::npos);
+    }
+
+    void packageThemePacksTheCurrentTheme() {
+        if (!BundlesBuilt()) {
+            QSKIP("bundles are not part of this build");
+        }
+        // Nothing to package before a theme is opened or saved.
+        QVERIFY(m_window->Dispatch("Theme_Package"));
+        QVERIFY(m_asked.empty());
+        m_window->OpenTheme(std::string(kLibrary) + "\\Dusk\\Dusk.gmtheme");
+        m_picks = {std::string("C:\\Evening")};
+        QVERIFY(m_window->Dispatch("Theme_Package"));
+        QCOMPARE(m_asked.back(), std::make_pair(Main::ThemeDialog::SaveBundle, std::string("Dusk.zip")));
+        QVERIFY(std::filesystem::is_regular_file(Host("C:\\Evening.zip")));
+        QCOMPARE(m_prompt->Shown().back().text, std::string("The theme is packaged as C:\\Evening.zip."));
     }
 
     void slashTOpensTheThemeForPreviewOnly() {

@@ -5,13 +5,19 @@
 // recoloured: the hues turned round the colour wheel by a multiple of 60
 // degrees, so the sixteen standard colours of the small images stay standard
 // colours, and the greys of the full-colour images tinted with the theme's
-// colour. Run by the build after the seed's icons are drawn:
+// colour. The pointers are the program's standard pointers drawn again with
+// their white parts in a light shade of the theme's colour. Run by the build after the seed's icons are
+// drawn:
 //   glyphmoor-starter-themes SEED_DIR GENERATED_SEED_DIR
 // writes GENERATED_SEED_DIR/drive_c/Program Files/Glyphmoor/Themes/<theme>/.
+#include "Pictures.h"
+
 #include "foundation/AppState.h"
 #include "foundation/DefaultMachine.h"
 #include "foundation/Machine.h"
+#include "foundation/modProfile.h"
 #include "iconfiles/IconImage.h"
+#include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
 #include "icons/IconCatalogue.h"
 #include "themes/ThemeFile.h"
@@ -62,7 +68,7 @@ const std::array<StarterTheme, 3> kThemes = {{
 }};
 
 constexpr std::string_view kCommonReadMe =
-    "\r\nA starter theme of Glyphmoor, drawn from the default machine's own icons. Select it on "
+    "\r\nA starter theme of Glyphmoor, drawn from the default machine's own icons and pointers. Select it on "
     "the Themes page, choose Load Theme and then Apply; Tools, Restore all Icons brings the "
     "standard icons back.\r\n";
 
@@ -138,6 +144,57 @@ void RecolourIconFile(const fs::path& file, const StarterTheme& theme) {
     }
 }
 
+// The standard pointer of that number (1 to 15) drawn again, its white parts
+// in a light shade of the theme's colour, as a full-colour pointer file.
+std::vector<std::byte> ThemePointer(const StarterTheme& theme, int number) {
+    const auto& pointers = seed::StandardPointers();
+    const seed::PointerPicture& pointer = pointers.at(static_cast<std::size_t>(number - 1));
+    seed::Canvas canvas(32);
+    pointer.draw(canvas);
+    RgbaImage pixels = canvas.Image();
+    for (std::size_t i = 0; i + 3 < pixels.pixels.size(); i += 4) {
+        std::uint8_t* p = pixels.pixels.data() + i;
+        const float light = static_cast<float>(p[0] + p[1] + p[2]) / (3.0F * 255.0F);
+        constexpr float kWhite = 0.45F;
+        const std::array<float, 3> shade = {theme.tint.r, theme.tint.g, theme.tint.b};
+        for (std::size_t c = 0; c < 3; ++c) {
+            p[c] = static_cast<std::uint8_t>(
+                std::lround(255.0F * light * (kWhite + (1 - kWhite) * shade.at(c))));
+        }
+    }
+    auto dib = EncodeIconImage(pixels, 32);
+    if (!dib.ok()) {
+        throw std::runtime_error(dib.reason());
+    }
+    CursorImage image;
+    image.hotspotX = static_cast<std::uint16_t>(pointer.hotX);
+    image.hotspotY = static_cast<std::uint16_t>(pointer.hotY);
+    image.width = image.height = 32;
+    image.bitCount = 32;
+    image.dib = std::move(*dib);
+    return BuildCursorFile({image});
+}
+
+// Gives every pointer of the catalogue (the program's standard pointers by
+// number) its theme pointer, written beside the theme and named in its
+// "Cursors" section.
+void WritePointers(IconCatalogue& catalogue, const StarterTheme& theme, const fs::path& hostFolder) {
+    catalogue.BuildCursorCatalogue();
+    const IconGroup& pointers = catalogue.Group(7);
+    const fs::path file = hostFolder / (std::string(theme.name) + std::string(kThemeExtension));
+    for (std::size_t i = 0; i < pointers.Count(); ++i) {
+        const std::string name = std::string(theme.name) + " " + std::string(pointers.KeyAt(i)) + ".cur";
+        const std::vector<std::byte> bytes = ThemePointer(theme, pointers.At(i).defaultIndex);
+        std::ofstream(hostFolder / name, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        if (!WriteProfileValue(file, ThemeSectionNames.at(6), pointers.KeyAt(i),
+                               std::string(kThemeDirMacro) + name)
+                 .ok()) {
+            throw std::runtime_error("cannot write " + file.string());
+        }
+    }
+}
+
 void MakeTheme(Machine& machine, const StarterTheme& theme, const fs::path& outLibrary) {
     const AppEnvironment app = InitEnvironment(machine.Env());
     IconCatalogue catalogue(machine.Registry(), app);
@@ -154,6 +211,7 @@ void MakeTheme(Machine& machine, const StarterTheme& theme, const fs::path& outL
             RecolourIconFile(entry.path(), theme);
         }
     }
+    WritePointers(catalogue, theme, hostFolder);
     std::ofstream(hostFolder / "Read Me.txt", std::ios::binary) << theme.readMe << kCommonReadMe;
     const fs::path target = outLibrary / theme.name;
     fs::remove_all(target);

@@ -79,22 +79,16 @@ public:
     void SaveTheme();
     void SaveThemeAs(std::string proposed = "Untitled");
     void DeleteTheme(const std::string& caption, const std::string& path);
+    // "&Package Theme...": packs the current theme into a Glyphbundle.
+    void PackageTheme();
 
     // The Open and Save dialogs of the theme commands: the Windows path
     // chosen, nothing on Cancel. Tests put their own.
-    enum class ThemeDialog { Open, Save };
+    enum class ThemeDialog { Open, Save, SaveBundle };
     using ThemeFilePicker =
         std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
     void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
 
-    // "&Package Theme...": packs the selected theme (else the current one)
-    // into a Glyphbundle chosen with the Save dialog (MainBundles.cpp).
-    void PackageTheme();
-    // The Save Glyphbundle dialog (a host path chosen, nothing on Cancel) and
-    // the overwrite question of an unpack; tests put their own.
-    using BundlePicker = std::function<std::optional<std::string>(const std::string& proposed)>;
-    void SetBundlePicker(BundlePicker pick) { m_pickBundle = std::move(pick); }
-    void SetOverwriteAnswer(OverwriteQuestion answer) { m_overwriteAnswer = std::move(answer); }
     // The favourites (MainFavorites.cpp): the menu made from the favourites
     // folder, a favourite's theme opened, the Add Favorite dialog for the
     // selected theme (else the current one, unless `selectedOnly`), and the
@@ -146,8 +140,6 @@ private:
     std::optional<std::string> PickThemeFileWithDialog(ThemeDialog dialog, const std::string& proposed);
     void WriteTheme(const std::string& path);
     void OpenBundle(const std::string& path);
-    std::optional<std::string> PickBundleWithDialog(const std::string& proposed);
-    OverwriteAnswer AskOverwrite(std::string_view file);
     void ThemeBecameCurrent(const std::string& path);
     void ShowThemeProblem(const std::string& text);
     bool DispatchThemeCommand(std::string_view key);
@@ -178,9 +170,7 @@ private:
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
     ThemeFilePicker m_pickThemeFile;
-    BundlePicker m_pickBundle;
     std::function<int(frmAddFav&)> m_runAddFavorite;
-    OverwriteQuestion m_overwriteAnswer;
 };
 
 }  // namespace glyphmoor

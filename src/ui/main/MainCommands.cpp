@@ -251,7 +251,8 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 19> commands = {{
+    static const std::array<Command, 20> commands = {{
+        {"Theme_Package", [](Main& w) { w.PackageTheme(); }},
         {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
         {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
         {"mnuFile(3)", [](Main& w) { w.SaveThemeAs("Untitled"); }},

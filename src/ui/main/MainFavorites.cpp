@@ -18,6 +18,7 @@
 namespace glyphmoor {
 
 void Main::BuildFavoritesMenu(QMenu* menu) {
+    m_runAddFavorite = [](frmAddFav& dialog) { return dialog.exec(); };
     menu->setObjectName(QStringLiteral("mnuFav"));
     MenuItem(menu, QStringLiteral("mnuFav(0)"), QStringLiteral("&Organize Favorites..."))
         ->setIcon(WindowPicture(Picture::Favorites, 16));

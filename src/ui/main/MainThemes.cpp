@@ -5,12 +5,14 @@
 #include "foundation/ProgramFolder.h"
 #include "foundation/RecentThemes.h"
 #include "foundation/TextEncoding.h"
+#include "themes/BundleZip.h"
 #include "themes/ThemeApply.h"
+#include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/BusyPointer.h"
 #include "ui/MachineFilePicker.h"
-#include "ui/favorites/frmAddFav.h"
+#include "ui/WorkProgress.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/themes/ThemesPage.h"
@@ -32,6 +34,7 @@ namespace {
 const QString kOpenFilter =
     QStringLiteral("Theme Files (*.gmtheme *.zip);;Icon Theme (*.gmtheme);;Glyphbundle (*.zip)");
 const QString kSaveFilter = QStringLiteral("Icon Theme (*.gmtheme)");
+const QString kBundleFilter = QStringLiteral("Glyphbundle (*.zip)");
 
 // The extension of a path's file name, lower-cased; "" when it has none.
 std::string ExtensionOf(std::string_view path) {
@@ -60,8 +63,6 @@ void Main::ConnectThemesPage() {
     m_pickThemeFile = [this](ThemeDialog dialog, const std::string& proposed) {
         return PickThemeFileWithDialog(dialog, proposed);
     };
-    m_pickBundle = [this](const std::string& proposed) { return PickBundleWithDialog(proposed); };
-    m_runAddFavorite = [](frmAddFav& dialog) { return dialog.exec(); };
     connect(m_themes, &ThemesPage::openRequested, this,
             [this](const QString& path) { OpenTheme(path.toStdString()); });
     connect(m_themes, &ThemesPage::deleteRequested, this,
@@ -80,9 +81,10 @@ std::optional<std::string> Main::PickThemeFileWithDialog(ThemeDialog dialog, con
     if (dialog == ThemeDialog::Open) {
         return PickMachineFile(this, m_app.machine, QStringLiteral("Open Theme"), library, kOpenFilter);
     }
-    const QString chosen =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save Icon Theme"),
-                                     QString::fromStdString((library / proposed).string()), kSaveFilter);
+    const bool bundle = dialog == ThemeDialog::SaveBundle;
+    const QString chosen = QFileDialog::getSaveFileName(
+        this, bundle ? QStringLiteral("Save Glyphbundle") : QStringLiteral("Save Icon Theme"),
+        QString::fromStdString((library / proposed).string()), bundle ? kBundleFilter : kSaveFilter);
     if (chosen.isEmpty()) {
         return std::nullopt;
     }
@@ -128,6 +130,76 @@ void Main::OpenTheme(std::string path) {
     }
     ThemeBecameCurrent(path);
     PendingChanged();
+}
+
+// A Glyphbundle: unpacked into its folder of the library (each file there
+// already asked about), its Read Me opened, the list rebuilt and its theme
+// loaded; the bundle itself becomes the current theme.
+void Main::OpenBundle(const std::string& path) {
+    const auto question = [this](std::string_view file) {
+        m_prompt->SetPromptText(BundleOverwriteQuestion(file));
+        switch (m_prompt->ShowPrompt("Yes", "No", "Cancel", static_cast<std::int16_t>(PromptIcon::Question),
+                                     0, "")) {
+            case 2:
+                return OverwriteAnswer::Overwrite;
+            case 1:
+                return OverwriteAnswer::Keep;
+            default:
+                return OverwriteAnswer::Stop;
+        }
+    };
+    // The unpack runs beside the window, which shows its progress; its questions come back here.
+    const auto unpacked = RunWithProgress<Result<UnpackReport>>(
+        this, QStringLiteral("Unpacking %1...").arg(QString::fromStdString(path)), [&] {
+            return UnpackBundle(m_machine, m_app.machine.HostPath(path), [&](std::string_view file) {
+                return AskOnWindowThread<OverwriteAnswer>([&] { return question(file); });
+            });
+        });
+    if (!unpacked.ok()) {
+        ShowThemeProblem("The Glyphbundle " + path + " was not opened: " + unpacked.reason());
+        return;
+    }
+    const std::filesystem::path readMe = m_app.machine.HostPath(unpacked->folder + "\\Read Me.txt");
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(readMe, ec)) {
+        m_machine.Sys().OpenDocument(readMe.string());
+    }
+    m_themes->Refresh();
+    {
+        const BusyPointer busy;
+        LoadThemeFile(m_catalogue, m_state, unpacked->themePath);
+    }
+    m_state.rebuildPending = true;
+    ThemeBecameCurrent(path);
+    PendingChanged();
+    static_cast<void>(SaveMachine());  // what the unpack made is recorded; a failure has been shown
+}
+
+void Main::PackageTheme() {
+    if (!m_state.currentTheme.ends_with(kThemeExtension) || !BundlesBuilt()) {
+        ShowThemeProblem(BundlesBuilt() ? "Open or save a theme first: the current theme is what is packaged."
+                                        : "This build of Glyphmoor cannot make Glyphbundles.");
+        return;
+    }
+    auto picked = m_pickThemeFile(ThemeDialog::SaveBundle, BaseNameOf(m_state.currentTheme) + ".zip");
+    if (!picked) {
+        return;
+    }
+    if (!IsBundlePath(*picked)) {
+        *picked += kBundleExtension;
+    }
+    const auto packed = RunWithProgress<Result<PackReport>>(
+        this, QStringLiteral("Packaging %1...").arg(QString::fromStdString(*picked)),
+        [&] { return PackTheme(m_app, m_state.currentTheme, m_app.machine.HostPath(*picked)); });
+    if (!packed.ok()) {
+        ShowThemeProblem("Glyphmoor could not package the theme: " + packed.reason());
+        return;
+    }
+    std::string text = "The theme is packaged as " + *picked + ".";
+    for (const std::string& missing : packed->missing) {
+        text += "\n\nLeft out, as it is not there: " + missing;
+    }
+    ShowThemeProblem(text);
 }
 
 void Main::SaveTheme() {
@@ -249,10 +321,6 @@ bool Main::DispatchThemeCommand(std::string_view key) {
     }
     if (key == "Theme_Apply") {
         ApplyChanges();
-        return true;
-    }
-    if (key == "Theme_Package") {
-        PackageTheme();
         return true;
     }
     if (key == "Theme_Refresh") {

@@ -13,11 +13,11 @@ struct Text {
     const char* text;
 };
 
-constexpr std::array<Text, 50> kTexts = {{
+constexpr std::array<Text, 51> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
-    {"mnuFile(2)", "Saves the icons and pointers shown now into the current theme file."},
-    {"mnuFile(3)", "Saves the icons and pointers shown now into a new theme file."},
+    {"mnuFile(2)", "Saves the icons shown now into the current theme file, with a copy of each icon."},
+    {"mnuFile(3)", "Saves the icons shown now into a new theme file, with a copy of each icon."},
     {"mnuFile(5)", "Closes Glyphmoor. When changes are waiting, you are asked whether to apply them."},
     {"mnuTools(0)", "Puts every shell setting of the Tweak Shell page back to its default."},
     {"mnuTools(1)", "Gives every system icon its default back, after asking. Apply writes the change."},
@@ -49,6 +49,8 @@ constexpr std::array<Text, 50> kTexts = {{
     {"tabIcons", "The groups of system icons and the mouse pointers."},
     {"lstbxIcons", "The system icons of this group with the icon in use now. Double-click one to change it."},
     {"lblPath", "The file and icon index of the selected entry's icon."},
+    // The Themes page has a path label of its own, named by its page.
+    {"picContMain/lblPath", "The theme file of the selected theme."},
     {"cmdChange", "Chooses another icon for the selected entry from an icon file, program or library."},
     {"cmdDefault", "Gives the selected entry its default icon back."},
     {"cmdRename", "Gives the selected desktop object a new name."},
@@ -92,7 +94,15 @@ QString WhatsThisText(std::string_view name) {
 
 void SetWhatsThisTexts(QWidget& window) {
     for (QWidget* control : window.findChildren<QWidget*>()) {
-        const QString text = WhatsThisText(control->objectName().toStdString());
+        const QWidget* page = control->parentWidget();
+        QString text;
+        if (page != nullptr) {
+            text =
+                WhatsThisText((page->objectName() + QLatin1Char('/') + control->objectName()).toStdString());
+        }
+        if (text.isEmpty()) {
+            text = WhatsThisText(control->objectName().toStdString());
+        }
         if (!text.isEmpty()) {
             control->setWhatsThis(text);
         }
