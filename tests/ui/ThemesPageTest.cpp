@@ -393,8 +393,13 @@ private slots:
         QVERIFY(std::filesystem::exists(Host(path)));
         Click(QStringLiteral("Gone"));
         m_prompt->Answer({PromptAnswer::Press(1)});  // OK
+        QVERIFY(m_window->State().applyEnabled);
         QVERIFY(m_window->Dispatch("Theme_Delete"));
         QVERIFY(!std::filesystem::exists(Host(std::string(kLibrary) + "\\Gone")));
+        // Its icons, loaded and not applied, are gone with it: nothing is left to apply.
+        QCOMPARE(MyComputer().Text(), std::string(kDefaultMyComputer));
+        QVERIFY(!m_window->State().applyEnabled);
+        QVERIFY(!m_window->State().themeLoaded);
         QVERIFY(std::filesystem::is_directory(Host(kLibrary)));
         QVERIFY(!Captions().contains(QStringLiteral("Gone")));
         // Nothing names the deleted theme any more.

@@ -142,6 +142,8 @@ private:
     void OpenBundle(const std::string& path);
     void ThemeBecameCurrent(const std::string& path);
     void ShowThemeProblem(const std::string& text);
+    // Forgets every staged change: the lists show what the machine holds.
+    void DropStagedChanges();
     bool DispatchThemeCommand(std::string_view key);
 
     QWidget* BuildPageBar();

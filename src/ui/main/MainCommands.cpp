@@ -334,20 +334,8 @@ void Main::UndoAllCommand() {
     const Status saved = m_machine.Save();
     m_machine.Sys().BroadcastSettingChange(kSpiSetIconMetrics, std::nullopt);
     // What was staged belonged to the machine as it was; the lists read it again.
-    m_state.groupChanged.fill(false);
-    m_names = {};
-    m_state.themeLoaded = false;
-    m_state.rebuildPending = false;
-    m_state.applyEnabled = false;
-    if (m_catalogue.Built()) {
-        m_catalogue.DetectShellIcons();
-        if (m_catalogue.CursorsBuilt()) {
-            m_catalogue.BuildCursorCatalogue();
-        }
-        m_icons->RefreshAll();
-    }
+    DropStagedChanges();
     QApplication::restoreOverrideCursor();
-    PendingChanged();
     if (!saved.ok() || !kept.empty()) {
         std::string text =
             saved.ok() ? std::string() : "Glyphmoor could not write the machine back:\n\n" + saved.reason();

@@ -265,11 +265,33 @@ void Main::DeleteTheme(const std::string& caption, const std::string& path) {
         m_themes->Refresh();
         return;
     }
+    // A theme loaded and not applied names icons that are gone now: Apply must
+    // not write them, so the lists go back to what the machine holds.
+    const bool loadedAndGone = m_state.themeLoaded && EqualsNoCase(m_state.currentTheme, path);
     ForgetTheme(m_machine.Registry(), m_state, path);
+    if (loadedAndGone) {
+        DropStagedChanges();
+    }
     RefreshRecentMenu();
     RefreshCaption();
     m_themes->Refresh();
     static_cast<void>(SaveMachine());  // a failure has been shown
+}
+
+void Main::DropStagedChanges() {
+    m_state.groupChanged.fill(false);
+    m_names = {};
+    m_state.themeLoaded = false;
+    m_state.rebuildPending = false;
+    m_state.applyEnabled = false;
+    if (m_catalogue.Built()) {
+        m_catalogue.DetectShellIcons();
+        if (m_catalogue.CursorsBuilt()) {
+            m_catalogue.BuildCursorCatalogue();
+        }
+        m_icons->RefreshAll();
+    }
+    PendingChanged();
 }
 
 void Main::ThemeBecameCurrent(const std::string& path) {
