@@ -23,15 +23,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view kUnpackPrefix = ".unpack-";
 
 bool IsThemeName(std::string_view name) {
-    return name.size() > kThemeExtension.size() &&
-           EqualsNoCase(name.substr(name.size() - kThemeExtension.size()), kThemeExtension);
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char ch) { return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch; });
-    return lower;
+    return EndsWithNoCase(name, kThemeExtension);
 }
 
 // The entry of `folder` named `name` without regard to case, as Windows and
