@@ -13,6 +13,7 @@
 #include "icons/IconEditing.h"
 #include "prompts/Prompt.h"
 #include "prompts/modMsgbox.h"
+#include "tweaks/TweakTree.h"
 
 #include <QDialog>
 #include <QMainWindow>
@@ -37,6 +38,7 @@ namespace glyphmoor {
 
 class FoldersPage;
 class IconsPage;
+class TweaksPage;
 
 class Main final : public QMainWindow {
     Q_OBJECT
@@ -66,6 +68,11 @@ public:
     // "&Rebuild Icon Cache": the same, then the machine written back.
     void RebuildIconsAndSave();
 
+    // "Shl_Wht": the selected tweak's help text, as What's This shows it.
+    void ShowTweakHelp();
+    // Tests choose from the tweak tree's pop-up menu without showing it.
+    void SetPopupAnswer(std::function<void(QMenu&)> answer) { m_popupAnswer = std::move(answer); }
+
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
@@ -73,6 +80,8 @@ public:
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
     [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
+    [[nodiscard]] TweaksPage& TweakPage() { return *m_tweakPage; }
+    [[nodiscard]] TweakTree& Tweaks() { return m_tweaks; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -93,6 +102,10 @@ private:
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
     void RestoreAllCommand(bool cursors);
+    // Tools, "Restore all &Settings": after its question, every tweak's default.
+    void RestoreSettingsCommand();
+    // The "Shell" pop-up menu of the tweak tree at a global position.
+    void ShowShellPopup(const QPoint& globalPosition);
     // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
     void UndoAllCommand();
     // Opens an address with the desktop's handler; without one, says what
@@ -105,6 +118,8 @@ private:
                              const QStringList& controls);
     void PendingChanged();
     MsgContext Messages();
+    // The screen the window is on, as the tweak tree captures it.
+    [[nodiscard]] DisplayCaps DisplayNow() const;
     void RefreshCaption();
 
     Machine& m_machine;
@@ -112,6 +127,7 @@ private:
     AppState m_state;
     IconCatalogue m_catalogue;
     IconNameMarks m_names;
+    TweakTree m_tweaks;
     std::unique_ptr<Prompt> m_ownPrompt;
     Prompt* m_prompt;
 
@@ -120,10 +136,12 @@ private:
     QStackedWidget* m_pages = nullptr;
     IconsPage* m_icons = nullptr;
     FoldersPage* m_folders = nullptr;
+    TweaksPage* m_tweakPage = nullptr;
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
+    std::function<void(QMenu&)> m_popupAnswer;
 };
 
 }  // namespace glyphmoor

@@ -11,6 +11,9 @@
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/WhatsThis.h"
+#include "ui/tweaks/TweaksPage.h"
+
+#include "tweaks/TweakEditing.h"
 
 #include "foundation/Baseline.h"
 #include "ui/undo/frmUndoAll.h"
@@ -23,6 +26,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QWhatsThis>
 
 #include <functional>
@@ -104,7 +108,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuTools(0)", "mnuFav(0)"}) {
+    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuFav(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -252,7 +256,15 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 12> commands = {{
+    static const std::array<Command, 20> commands = {{
+        {"mnuTools(0)", [](Main& w) { w.RestoreSettingsCommand(); }},
+        {"Shl_Tgl", [](Main& w) { w.TweakPage().ToggleSelected(); }},
+        {"Edit", [](Main& w) { w.TweakPage().EditSelected(); }},
+        {"Shl_Exp", [](Main& w) { w.TweakPage().ExpandSelected(true); }},
+        {"Shl_Col", [](Main& w) { w.TweakPage().ExpandSelected(false); }},
+        {"Shl_ExpA", [](Main& w) { w.TweakPage().ExpandAll(true); }},
+        {"Shl_ColA", [](Main& w) { w.TweakPage().ExpandAll(false); }},
+        {"Shl_Wht", [](Main& w) { w.ShowTweakHelp(); }},
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
@@ -273,11 +285,11 @@ bool Main::Dispatch(std::string_view key) {
             return true;
         }
     }
-    // The theme list, the tweak tree and the favourites are not in this build:
-    // their keys ("Theme_Open" ... "Theme_VReport", "Shl_Wht", "Shl_Tgl" ...) do
-    // nothing yet. The pop-up items "&Details" and "&What's This?" carry the keys
-    // "Theme_VDetails" and "Shl_Whats", which the handler does not know: they
-    // will do nothing then either, as the program has always done.
+    // The theme list, the favourites and the startup lists are not in this
+    // build: their keys ("Theme_Open" ... "Theme_VReport", "Shl_Del",
+    // "Shl_New") do nothing yet. The pop-up items "&Details" and "&What's
+    // This?" carry the keys "Theme_VDetails" and "Shl_Whats", which the handler
+    // does not know: they do nothing, as the program has always done.
     return false;
 }
 
@@ -306,6 +318,36 @@ void Main::RestoreAllCommand(bool cursors) {
     ShowPage(Page::IconsAndCursors, cursors ? 6 : m_icons->ActiveGroup() - 1);
     m_icons->RefreshAll();
     PendingChanged();
+}
+
+void Main::RestoreSettingsCommand() {
+    MsgContext messages = Messages();
+    if (MsgConfirmRestoreSettings(messages) != kRestoreSettingsOk) {
+        return;
+    }
+    m_tweakPage->EnsureLoaded(DisplayNow());
+    RestoreTweakDefaults(m_tweaks, m_state);
+    m_tweakPage->Refresh();
+    PendingChanged();
+}
+
+void Main::ShowShellPopup(const QPoint& globalPosition) {
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("mnuShell"));
+    FillPopup(&menu, PopupContext::Shell);
+    if (m_popupAnswer) {
+        m_popupAnswer(menu);
+        return;
+    }
+    menu.exec(globalPosition);
+}
+
+void Main::ShowTweakHelp() {
+    const QString text = m_tweakPage->SelectedHelp();
+    if (!text.isEmpty()) {
+        QWhatsThis::showText(m_tweakPage->Tree()->mapToGlobal(m_tweakPage->Tree()->rect().center()), text,
+                             m_tweakPage->Tree());
+    }
 }
 
 void Main::UndoAllCommand() {
