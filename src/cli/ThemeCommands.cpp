@@ -4,6 +4,7 @@
 #include "cli/IconSession.h"
 #include "foundation/DefaultMachine.h"
 #include "foundation/ProgramFolder.h"
+#include "foundation/RecentThemes.h"
 #include "themes/ThemeApply.h"
 #include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
@@ -144,7 +145,10 @@ int ThemeDelete(CliContext& c, CommandArgs a) {
         c.err << "glyphmoor-cli: " << deleted.reason() << '\n';
         return kExitFailed;
     }
-    return kExitOk;
+    // Neither "Current Theme" nor the recent themes keep naming it.
+    AppState state;
+    ForgetTheme(c.TheMachine().Registry(), state, *path);
+    return c.SaveMachine() ? kExitOk : kExitFailed;
 }
 
 }  // namespace glyphmoor

@@ -62,6 +62,34 @@ void AddRecentTheme(RegistryStore& registry, std::string_view path) {
     SetRegString(registry, kRecentThemesPath, RecentName(1), path);
 }
 
+void ForgetTheme(RegistryStore& registry, AppState& state, std::string_view path) {
+    if (EqualsNoCase(state.currentTheme, path)) {
+        state.currentTheme.clear();
+        state.caption = CaptionFor({});
+    }
+    if (EqualsNoCase(ReadCurrentTheme(registry), path)) {
+        DeleteRegValue(registry, kSettingsPath, "Current Theme");
+    }
+    std::vector<std::string> kept;
+    for (std::string& recent : RecentThemes(registry)) {
+        if (!EqualsNoCase(recent, path)) {
+            kept.push_back(std::move(recent));
+        }
+    }
+    const std::size_t before = RecentThemes(registry).size();
+    if (kept.size() == before) {
+        return;
+    }
+    for (std::size_t i = 0; i < before; ++i) {
+        const std::string name = RecentName(static_cast<int>(i) + 1);
+        if (i < kept.size()) {
+            SetRegString(registry, kRecentThemesPath, name, kept[i]);
+        } else {
+            DeleteRegValue(registry, kRecentThemesPath, name);
+        }
+    }
+}
+
 std::vector<std::string> RecentThemes(RegistryStore& registry) {
     std::vector<std::string> themes;
     for (int n = 1; n <= kRecentThemeCount; ++n) {

@@ -47,6 +47,13 @@ void StoreCurrentTheme(RegistryStore& registry, std::string_view path);
 // the path is stored as "1".
 void AddRecentTheme(RegistryStore& registry, std::string_view path);
 
+// Forgets a theme that is gone (deleted): when it is the current theme,
+// "Current Theme" is removed and the caption is plain again; every recent
+// entry naming it (compared without regard to case) is taken out and the
+// entries after it move up one place, so the menu never offers a theme that
+// is not there.
+void ForgetTheme(RegistryStore& registry, AppState& state, std::string_view path);
+
 // The recent themes in order, up to the first that cannot be read.
 std::vector<std::string> RecentThemes(RegistryStore& registry);
 

@@ -48,7 +48,7 @@ std::string ReadThemeValue(const AppEnvironment& app, std::string_view section, 
                            std::string_view file, std::uint32_t* lastReadLength) {
     std::uint32_t count = 0;
     const std::string value =
-        ReadProfileValue(HostFileOf(app, file), section, key, "", kProfileValueSize, &count);
+        ReadProfileValue(HostFileOf(app, file), section, key, "", kThemeValueBuffer, &count);
     if (lastReadLength != nullptr) {
         *lastReadLength = count;
     }

@@ -26,8 +26,14 @@ namespace glyphmoor {
 // anything else as it is.
 std::filesystem::path HostFileOf(const AppEnvironment& app, std::string_view path);
 
+// A theme value is read into the program's 128-character buffer, and the
+// profile function is given all of it: as it keeps one place for the NUL, a
+// value keeps its first 127 characters (one of 127 loads whole, one of 128
+// loses its last).
+inline constexpr std::uint32_t kThemeValueBuffer = 128;
+
 // Reads one value of an INI-layout file as GetPrivateProfileStringA gives it
-// (default "", declared size 127, so at most 126 characters) and expands its
+// (default "", the buffer above, so at most 127 characters) and expands its
 // macro. `file` is a Windows path of the machine (or a host path). The count
 // read is stored in `lastReadLength` when given; nothing read gives "".
 std::string ReadThemeValue(const AppEnvironment& app, std::string_view section, std::string_view key,

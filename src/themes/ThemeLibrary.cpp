@@ -1,6 +1,7 @@
 #include "themes/ThemeLibrary.h"
 
 #include "foundation/TextEncoding.h"
+#include "foundation/modMacros.h"
 #include "themes/ThemeFile.h"
 
 #include <algorithm>
@@ -56,6 +57,14 @@ std::vector<LibraryTheme> ListThemeLibrary(const AppEnvironment& app) {
         }
     }
     return themes;
+}
+
+std::optional<IconLocation> ThemeListPicture(const AppEnvironment& app, std::string_view path) {
+    const std::string value = ReadThemeValue(app, ThemeSectionNames.at(0), "My Computer", path);
+    if (value.empty()) {
+        return std::nullopt;
+    }
+    return SplitIconLocation(value);
 }
 
 Result<std::string> ThemeFolderToDelete(const AppEnvironment& app, std::string_view path) {

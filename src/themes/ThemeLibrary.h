@@ -5,6 +5,9 @@
 
 #include "foundation/AppEnvironment.h"
 #include "foundation/Result.h"
+#include "icons/IconLocation.h"
+
+#include <optional>
 
 #include <string>
 #include <string_view>
@@ -27,6 +30,11 @@ struct LibraryTheme {
 // name order and its files in name order. Files lying directly in the library
 // folder are not listed.
 std::vector<LibraryTheme> ListThemeLibrary(const AppEnvironment& app);
+
+// The picture the list shows for a theme: the icon it gives "My Computer" in
+// its "Desktop Icons" section, macros expanded. Nothing when the theme names
+// none or the value is no icon location (the theme is listed all the same).
+std::optional<IconLocation> ThemeListPicture(const AppEnvironment& app, std::string_view path);
 
 // The folder deleting the theme at `path` removes (a Windows path, without a
 // trailing backslash): the theme's own folder, which must lie directly in the

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -124,7 +125,28 @@ TEST_F(ThemeCommands, ASavedThemeAppliedAfterRestoringAllGivesBackEveryIcon) {
         Run({"reg", "read", "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings", "Current Theme"})
             .out,
         theme + "\n");
-    EXPECT_EQ(Run({"theme", "list"}).out, "Round\t" + theme + "\n");
+    EXPECT_NE(Run({"theme", "list"}).out.find("Round\t" + theme + "\n"), std::string::npos);
+}
+
+// The default machine's starter themes: each changes every entry of the
+// catalogue, pointers included, to a picture of its own folder, and carries
+// its Read Me.
+TEST_F(ThemeCommands, TheStarterThemesChangeEveryEntry) {
+    const std::size_t entries = Lines(Run({"icons"}).out).size();
+    const auto themes = Lines(Run({"theme", "list"}).out);
+    ASSERT_EQ(themes.size(), 3U);
+    for (const auto& theme : themes) {
+        SCOPED_TRACE(theme.at(0));
+        const std::string folder = m_library + "\\" + theme.at(0) + "\\";
+        EXPECT_EQ(theme.at(1), folder + theme.at(0) + ".gmtheme");
+        EXPECT_TRUE(fs::is_regular_file(Host(folder + "Read Me.txt")));
+        const auto changes = Lines(Run({"theme", "preview", theme.at(1)}).out);
+        EXPECT_EQ(changes.size(), entries);
+        for (const auto& change : changes) {
+            EXPECT_EQ(change.at(3).substr(0, folder.size()), folder) << change.at(1);
+            EXPECT_TRUE(fs::is_regular_file(Host(change.at(3)))) << change.at(3);
+        }
+    }
 }
 
 TEST_F(ThemeCommands, RefusesWhatIsNoThemeFile) {
@@ -177,6 +199,34 @@ TEST_F(ThemeCommands, DeletesOnlyAThemesOwnFolderInTheLibrary) {
     EXPECT_FALSE(fs::exists(Host(m_library + "\\Gone")));
     EXPECT_TRUE(fs::exists(Host(m_library + "\\Loose.gmtheme")));
     EXPECT_EQ(Run({"theme", "delete", theme, "--yes"}).status, 1);
+}
+
+TEST_F(ThemeCommands, ADeletedThemeIsNoLongerCurrentNorRecent) {
+    const std::string settings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
+    const std::string recent = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Themes";
+    const std::string first = m_library + "\\First\\First.gmtheme";
+    const std::string second = m_library + "\\Second\\Second.gmtheme";
+    ASSERT_EQ(Run({"theme", "save", first}).status, 0);
+    ASSERT_EQ(Run({"theme", "save", second}).status, 0);
+    const auto read = [&](const std::string& path, const std::string& name) {
+        return Run({"reg", "read", path, name}).out;
+    };
+    ASSERT_EQ(read(settings, "Current Theme"), second + "\n");
+    ASSERT_EQ(read(recent, "2"), first + "\n");
+
+    // The older theme goes: the current one stays, the list closes up.
+    ASSERT_EQ(Run({"theme", "delete", first, "--yes"}).status, 0);
+    EXPECT_EQ(read(settings, "Current Theme"), second + "\n");
+    EXPECT_EQ(read(recent, "1"), second + "\n");
+    EXPECT_EQ(read(recent, "2"), "Error\n");
+    // The current theme goes, named in another case: nothing names it any more.
+    std::string upper = second;
+    for (char& ch : upper) {
+        ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
+    }
+    ASSERT_EQ(Run({"theme", "delete", upper, "--yes"}).status, 0);
+    EXPECT_EQ(read(settings, "Current Theme"), "Error\n");
+    EXPECT_EQ(read(recent, "1"), "Error\n");
 }
 
 TEST_F(ThemeCommands, PacksAndUnpacksABundleAskingBeforeItOverwrites) {

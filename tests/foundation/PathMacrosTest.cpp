@@ -53,7 +53,7 @@ TEST_F(PathMacros, ReadThemeValueExpandsTheMacroAtTheStart) {
         {"Inside", "C:\\%windir%x", 12},
         {"Empty", "", 0},
         {"Missing", "", 0},
-        {"Long", "c:\\THEMES\\t1\\" + std::string(116, 'L'), 126},
+        {"Long", "c:\\THEMES\\t1\\" + std::string(117, 'L'), 127},
     };
     for (const auto& c : cases) {
         std::uint32_t count = 99;

@@ -83,12 +83,16 @@ TEST_F(ThemeLoading, ExpandsOneMacroAndTheThemeFolderOnlyInItsOwnCase) {
     EXPECT_TRUE(m_state.applyEnabled);
 }
 
-// The profile function's buffer of declared size 127 holds 126 characters and its NUL.
-TEST_F(ThemeLoading, ReadsAValueIntoABufferOfSize127) {
-    for (const std::size_t length : {125U, 126U, 127U, 128U, 200U}) {
-        const std::string value = "C:\\" + std::string(length - 3, 'a');
+// A value of 127 characters loads whole; a longer one keeps its first 127.
+TEST_F(ThemeLoading, ReadsAValueOfUpTo127Characters) {
+    const struct {
+        std::size_t length;
+        std::size_t loaded;
+    } cases[] = {{126, 126}, {127, 127}, {128, 127}, {200, 127}};
+    for (const auto& c : cases) {
+        const std::string value = "C:\\" + std::string(c.length - 3, 'a');
         Load("[Start Icons]\nPrograms=" + value + "\n");
-        EXPECT_EQ(Entry(2, "Programs").currentFile, value.substr(0, kProfileValueSize - 1)) << length;
+        EXPECT_EQ(Entry(2, "Programs").currentFile, value.substr(0, c.loaded)) << c.length;
     }
 }
 

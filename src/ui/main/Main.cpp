@@ -15,6 +15,7 @@
 #include "ui/tweaks/TweaksPage.h"
 
 #include "tweaks/TweakApply.h"
+#include "ui/themes/ThemesPage.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -109,9 +110,8 @@ void Main::BuildStatusLine() {
 
 void Main::BuildPages() {
     m_pages = new QStackedWidget(this);
-    m_pages->addWidget(UnavailablePage(
-        "picContMain", "tabThemes", {QStringLiteral("Themes")},
-        {QStringLiteral("lvThemes"), QStringLiteral("cmdOpen"), QStringLiteral("cmdRefresh")}));
+    m_themes = new ThemesPage(m_app, m_pages);
+    m_pages->addWidget(m_themes);
     m_icons = new IconsPage(Messages(), m_app.machine, m_catalogue, m_names, m_pages);
     m_pages->addWidget(m_icons);
     m_folders = new FoldersPage(Messages(), m_machine, m_catalogue, m_pages);
@@ -121,6 +121,7 @@ void Main::BuildPages() {
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
     connect(m_tweakPage, &TweaksPage::changed, this, &Main::PendingChanged);
     connect(m_tweakPage, &TweaksPage::popupRequested, this, &Main::ShowShellPopup);
+    ConnectThemesPage();
     connect(m_folders, &FoldersPage::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
 }
@@ -167,6 +168,10 @@ void Main::StartUp(const StartRequest& request) {
     move(at.left, at.top);
     if (request.firstPage != Page::None) {
         ShowPage(request.firstPage);
+    }
+    // "/t FILE": the theme loaded for preview on the "Icons & Cursors" page, not applied.
+    if (request.mode == StartMode::PreviewTheme) {
+        OpenTheme(request.argument);
     }
     if (request.mode == StartMode::OpenFolder) {
         m_folders->ShowFolder(request.argument);
@@ -250,6 +255,9 @@ void Main::ShowPage(Page page, int item) {
     if (page == Page::IconsAndCursors) {
         m_icons->EnsureLoaded();
         m_icons->ShowGroup(item + 1);
+    }
+    if (page == Page::Themes) {
+        m_themes->EnsureLoaded();
     }
     if (page == Page::Folders) {
         m_folders->EnsureLoaded();

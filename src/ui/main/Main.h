@@ -22,6 +22,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,7 @@ namespace glyphmoor {
 class FoldersPage;
 class IconsPage;
 class TweaksPage;
+class ThemesPage;
 
 class Main final : public QMainWindow {
     Q_OBJECT
@@ -72,12 +74,31 @@ public:
     void ShowTweakHelp();
     // Tests choose from the tweak tree's pop-up menu without showing it.
     void SetPopupAnswer(std::function<void(QMenu&)> answer) { m_popupAnswer = std::move(answer); }
+    // The theme commands (MainThemes.cpp). OpenTheme loads a theme file into
+    // the catalogue for Apply (an empty path asks with the Open dialog first);
+    // SaveTheme saves over the current theme after the overwrite question,
+    // SaveThemeAs asks for a name; DeleteTheme removes one theme's folder
+    // after its question. Nothing reaches the machine's icons before Apply.
+    void OpenTheme(std::string path);
+    void SaveTheme();
+    void SaveThemeAs(std::string proposed = "Untitled");
+    void DeleteTheme(const std::string& caption, const std::string& path);
+    // "&Package Theme...": packs the current theme into a Glyphbundle.
+    void PackageTheme();
+
+    // The Open and Save dialogs of the theme commands: the Windows path
+    // chosen, nothing on Cancel. Tests put their own.
+    enum class ThemeDialog { Open, Save, SaveBundle };
+    using ThemeFilePicker =
+        std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
+    void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
 
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
     [[nodiscard]] AppState& State() { return m_state; }
     [[nodiscard]] IconsPage& Icons() { return *m_icons; }
+    [[nodiscard]] ThemesPage& Themes() { return *m_themes; }
     [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
     [[nodiscard]] TweaksPage& TweakPage() { return *m_tweakPage; }
@@ -113,6 +134,15 @@ private:
     void OpenAddress(std::string_view address);
     void ShowAbout();
 
+    // MainThemes.cpp: the theme page's wiring and the steps of the commands.
+    void ConnectThemesPage();
+    std::optional<std::string> PickThemeFileWithDialog(ThemeDialog dialog, const std::string& proposed);
+    void WriteTheme(const std::string& path);
+    void OpenBundle(const std::string& path);
+    void ThemeBecameCurrent(const std::string& path);
+    void ShowThemeProblem(const std::string& text);
+    bool DispatchThemeCommand(std::string_view key);
+
     QWidget* BuildPageBar();
     QWidget* UnavailablePage(const char* containerName, const char* tabName, const QStringList& tabs,
                              const QStringList& controls);
@@ -135,6 +165,7 @@ private:
     QTreeWidget* m_vMenu = nullptr;
     QStackedWidget* m_pages = nullptr;
     IconsPage* m_icons = nullptr;
+    ThemesPage* m_themes = nullptr;
     FoldersPage* m_folders = nullptr;
     TweaksPage* m_tweakPage = nullptr;
     QMenu* m_mnuFile = nullptr;
@@ -142,6 +173,7 @@ private:
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
     std::function<void(QMenu&)> m_popupAnswer;
+    ThemeFilePicker m_pickThemeFile;
 };
 
 }  // namespace glyphmoor

@@ -108,7 +108,7 @@ void Main::BuildMenus() {
         ->setIcon(WindowPicture(Picture::About, 16));
 
     // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuFile(0)", "mnuFile(2)", "mnuFile(3)", "mnuFav(0)"}) {
+    for (const char* key : {"mnuFav(0)"}) {
         m_actions.at(key)->setEnabled(false);
     }
 }
@@ -138,8 +138,9 @@ void Main::RefreshRecentMenu() {
     for (const RecentMenuItem& item : items) {
         auto* action = new QAction(QString::fromStdString(item.caption), m_mnuFile);
         action->setObjectName(QString::fromStdString(item.key));
-        // Opening a theme is not in this build.
-        action->setEnabled(false);
+        action->setWhatsThis(QStringLiteral("Opens this theme again, as it was opened or saved recently."));
+        const std::string key = item.key;
+        connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
         m_mnuFile->insertAction(separator, action);
         m_actions[item.key] = action;
     }
@@ -256,7 +257,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 20> commands = {{
+    static const std::array<Command, 24> commands = {{
         {"mnuTools(0)", [](Main& w) { w.RestoreSettingsCommand(); }},
         {"Shl_Tgl", [](Main& w) { w.TweakPage().ToggleSelected(); }},
         {"Edit", [](Main& w) { w.TweakPage().EditSelected(); }},
@@ -265,6 +266,10 @@ bool Main::Dispatch(std::string_view key) {
         {"Shl_ExpA", [](Main& w) { w.TweakPage().ExpandAll(true); }},
         {"Shl_ColA", [](Main& w) { w.TweakPage().ExpandAll(false); }},
         {"Shl_Wht", [](Main& w) { w.ShowTweakHelp(); }},
+        {"Theme_Package", [](Main& w) { w.PackageTheme(); }},
+        {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
+        {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
+        {"mnuFile(3)", [](Main& w) { w.SaveThemeAs("Untitled"); }},
         {"mnuTools(4)", [](Main& w) { w.RebuildIconsAndSave(); }},
         {"mnuFile(5)", [](Main& w) { w.close(); }},
         {"mnuTools(1)", [](Main& w) { w.RestoreAllCommand(false); }},
@@ -285,11 +290,15 @@ bool Main::Dispatch(std::string_view key) {
             return true;
         }
     }
-    // The theme list, the favourites and the startup lists are not in this
-    // build: their keys ("Theme_Open" ... "Theme_VReport", "Shl_Del",
-    // "Shl_New") do nothing yet. The pop-up items "&Details" and "&What's
-    // This?" carry the keys "Theme_VDetails" and "Shl_Whats", which the handler
-    // does not know: they do nothing, as the program has always done.
+    if (DispatchThemeCommand(key)) {
+        RefreshCaption();
+        return true;
+    }
+    // The favourites and the startup lists are not in this build: their keys
+    // ("Theme_AddFav", "Shl_Del", "Shl_New") do nothing yet. The pop-up items
+    // "&Details" and "&What's This?" carry the keys "Theme_VDetails" and
+    // "Shl_Whats", which the handler does not know: they do nothing, as the
+    // program has always done.
     return false;
 }
 

@@ -13,7 +13,7 @@ struct Text {
     const char* text;
 };
 
-constexpr std::array<Text, 49> kTexts = {{
+constexpr std::array<Text, 50> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
     {"mnuFile(2)", "Saves the icons and pointers shown now into the current theme file."},
@@ -47,6 +47,8 @@ constexpr std::array<Text, 49> kTexts = {{
     {"tabIcons", "The groups of system icons and the mouse pointers."},
     {"lstbxIcons", "The system icons of this group with the icon in use now. Double-click one to change it."},
     {"lblPath", "The file and icon index of the selected entry's icon."},
+    // The Themes page has a path label of its own, named by its page.
+    {"picContMain/lblPath", "The theme file of the selected theme."},
     {"cmdChange", "Chooses another icon for the selected entry from an icon file, program or library."},
     {"cmdDefault", "Gives the selected entry its default icon back."},
     {"cmdRename", "Gives the selected desktop object a new name."},
@@ -90,7 +92,15 @@ QString WhatsThisText(std::string_view name) {
 
 void SetWhatsThisTexts(QWidget& window) {
     for (QWidget* control : window.findChildren<QWidget*>()) {
-        const QString text = WhatsThisText(control->objectName().toStdString());
+        const QWidget* page = control->parentWidget();
+        QString text;
+        if (page != nullptr) {
+            text =
+                WhatsThisText((page->objectName() + QLatin1Char('/') + control->objectName()).toStdString());
+        }
+        if (text.isEmpty()) {
+            text = WhatsThisText(control->objectName().toStdString());
+        }
         if (!text.isEmpty()) {
             control->setWhatsThis(text);
         }
