@@ -218,6 +218,8 @@ void TweaksPage::NodeSelected() {
     m_lblTweak->setText(
         QString::fromUtf8(node->row->unit.data(), static_cast<qsizetype>(node->row->unit.size())));
     m_editor->show();
+    // The editor takes room from the tree: the item stays in sight.
+    m_tvTweak->scrollToItem(m_tvTweak->currentItem());
 }
 
 void TweaksPage::ScrollChanged(int value) {
