@@ -13,6 +13,7 @@
 #include "icons/IconEditing.h"
 #include "prompts/Prompt.h"
 #include "prompts/modMsgbox.h"
+#include "themes/ThemeBundle.h"
 #include "tweaks/TweakTree.h"
 
 #include <QDialog>
@@ -38,6 +39,7 @@ class QTreeWidgetItem;
 namespace glyphmoor {
 
 class FoldersPage;
+class frmAddFav;
 class IconsPage;
 class TweaksPage;
 class ThemesPage;
@@ -93,6 +95,17 @@ public:
         std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
     void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
 
+    // The favourites (MainFavorites.cpp): the menu made from the favourites
+    // folder, a favourite's theme opened, the Add Favorite dialog for the
+    // selected theme (else the current one, unless `selectedOnly`), and the
+    // folder opened with the desktop's handler.
+    void BuildFavoritesMenu(QMenu* menu);
+    void RefreshFavoritesMenu(QMenu* menu);
+    void OpenFavorite(const std::string& target);
+    void AddToFavorites(bool selectedOnly);
+    void OrganizeFavorites();
+    // How the Add Favorite dialog is shown; tests put their own.
+    void SetAddFavoriteRunner(std::function<int(frmAddFav&)> run) { m_runAddFavorite = std::move(run); }
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
@@ -141,6 +154,8 @@ private:
     void OpenBundle(const std::string& path);
     void ThemeBecameCurrent(const std::string& path);
     void ShowThemeProblem(const std::string& text);
+    // Forgets every staged change: the lists show what the machine holds.
+    void DropStagedChanges();
     bool DispatchThemeCommand(std::string_view key);
 
     QWidget* BuildPageBar();
@@ -174,6 +189,7 @@ private:
     std::function<bool(QDialog&)> m_undoAnswer;
     std::function<void(QMenu&)> m_popupAnswer;
     ThemeFilePicker m_pickThemeFile;
+    std::function<int(frmAddFav&)> m_runAddFavorite;
 };
 
 }  // namespace glyphmoor

@@ -81,10 +81,7 @@ void Main::BuildMenus() {
     tools->addSeparator();
     MenuItem(tools, QStringLiteral("mnuTools(6)"), QStringLiteral("&Undo all Glyphmoor changes..."));
 
-    QMenu* fav = bar->addMenu(QStringLiteral("&Favorites"));
-    fav->setObjectName(QStringLiteral("mnuFav"));
-    MenuItem(fav, QStringLiteral("mnuFav(0)"), QStringLiteral("&Organize Favorites..."))
-        ->setIcon(WindowPicture(Picture::Favorites, 16));
+    BuildFavoritesMenu(bar->addMenu(QStringLiteral("&Favorites")));
 
     QMenu* help = bar->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -106,11 +103,6 @@ void Main::BuildMenus() {
     help->addSeparator();
     MenuItem(help, QStringLiteral("mnuHelp(4)"), QStringLiteral("&About Glyphmoor"))
         ->setIcon(WindowPicture(Picture::About, 16));
-
-    // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuFav(0)"}) {
-        m_actions.at(key)->setEnabled(false);
-    }
 }
 
 void Main::RefreshRecentMenu() {
@@ -189,7 +181,8 @@ void Main::BuildToolbar() {
             action->setWhatsThis(WhatsThisText(key));
             connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
             const auto item = m_actions.find(key);
-            action->setEnabled(key == "cmdHelp" || (item != m_actions.end() && item->second->isEnabled()));
+            action->setEnabled(key == "cmdHelp" || key == "Add to Favorites" ||
+                               (item != m_actions.end() && item->second->isEnabled()));
         }
         action->setObjectName(QStringLiteral("tbMain(%1)").arg(position++));
     }
@@ -257,7 +250,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 24> commands = {{
+    static const std::array<Command, 28> commands = {{
         {"mnuTools(0)", [](Main& w) { w.RestoreSettingsCommand(); }},
         {"Shl_Tgl", [](Main& w) { w.TweakPage().ToggleSelected(); }},
         {"Edit", [](Main& w) { w.TweakPage().EditSelected(); }},
@@ -282,6 +275,10 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
         {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
         {"cmdHelp", [](Main& w) { ShowHelpTopic("Contents", &w); }},
+        {"mnuFav(0)", [](Main& w) { w.OrganizeFavorites(); }},
+        {"mnuFav(1)", [](Main& w) { w.AddToFavorites(false); }},
+        {"Add to Favorites", [](Main& w) { w.AddToFavorites(true); }},
+        {"Theme_AddFav", [](Main& w) { w.AddToFavorites(true); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {
@@ -294,11 +291,10 @@ bool Main::Dispatch(std::string_view key) {
         RefreshCaption();
         return true;
     }
-    // The favourites and the startup lists are not in this build: their keys
-    // ("Theme_AddFav", "Shl_Del", "Shl_New") do nothing yet. The pop-up items
-    // "&Details" and "&What's This?" carry the keys "Theme_VDetails" and
-    // "Shl_Whats", which the handler does not know: they do nothing, as the
-    // program has always done.
+    // The startup lists are not in this build: their keys ("Shl_Del",
+    // "Shl_New") do nothing yet. The pop-up items "&Details" and "&What's
+    // This?" carry the keys "Theme_VDetails" and "Shl_Whats", which the
+    // handler does not know: they do nothing, as the program has always done.
     return false;
 }
 
@@ -376,20 +372,8 @@ void Main::UndoAllCommand() {
     const Status saved = m_machine.Save();
     m_machine.Sys().BroadcastSettingChange(kSpiSetIconMetrics, std::nullopt);
     // What was staged belonged to the machine as it was; the lists read it again.
-    m_state.groupChanged.fill(false);
-    m_names = {};
-    m_state.themeLoaded = false;
-    m_state.rebuildPending = false;
-    m_state.applyEnabled = false;
-    if (m_catalogue.Built()) {
-        m_catalogue.DetectShellIcons();
-        if (m_catalogue.CursorsBuilt()) {
-            m_catalogue.BuildCursorCatalogue();
-        }
-        m_icons->RefreshAll();
-    }
+    DropStagedChanges();
     QApplication::restoreOverrideCursor();
-    PendingChanged();
     if (!saved.ok() || !kept.empty()) {
         std::string text =
             saved.ok() ? std::string() : "Glyphmoor could not write the machine back:\n\n" + saved.reason();
