@@ -1,5 +1,6 @@
 #include "tweaks/TweakApply.h"
 
+#include "foundation/Baseline.h"
 #include "foundation/modRegistry.h"
 #include "icons/IconCatalogue.h"
 #include "tweaks/TweakEditing.h"
@@ -151,9 +152,26 @@ struct Writer {
         }
     }
 
+    // Restoring a machine's own default: the value it held, byte for byte.
+    [[nodiscard]] bool PutBack(const TweakNode& node) const {
+        const TweakRow& row = *node.row;
+        const bool plainValue = row.kind == TweakKind::Value || row.write == WriteRule::Values ||
+                                row.write == WriteRule::DeleteWhenOff ||
+                                row.write == WriteRule::DelayUntilClicked;
+        if (!node.toBaseline || !plainValue || !RestoreRecordedValue(registry, row.path, row.name)) {
+            return false;
+        }
+        const std::string written =
+            row.kind == TweakKind::Value ? node.pending : Expand(node.IsOn() ? row.onValue : row.offValue);
+        Call(row, node.IsOn(), written);
+        return true;
+    }
+
     void Item(TweakNode& node) const {
         const TweakRow& row = *node.row;
-        if (row.kind == TweakKind::Value) {
+        if (PutBack(node)) {
+            // written as the machine had it
+        } else if (row.kind == TweakKind::Value) {
             if (!node.pending.empty()) {
                 SetRegString(registry, row.path, row.name, node.pending);
                 Call(row, false, node.pending);
@@ -167,6 +185,7 @@ struct Writer {
         }
         node.machineImage = node.image;
         node.machinePending = node.pending;
+        node.toBaseline = false;
     }
 };
 
@@ -184,7 +203,7 @@ void WriteGroup(const Writer& write, std::string_view group, bool ownDefaults) {
         const std::string store = StoreKey(*node.row);
         // A later item that writes the same value keeps the last word, as
         // when the whole group is written.
-        if (ownDefaults && !node.Changed() && written.count(store) == 0) {
+        if (ownDefaults && !node.Changed() && !node.toBaseline && written.count(store) == 0) {
             continue;
         }
         write.Item(node);

@@ -50,6 +50,9 @@ bool ConfirmTurnOn(MsgContext& messages, const TweakNode& node, const DisplayCap
 }
 
 void MarkTweakChanged(TweakTree& tree, AppState& state, std::string_view key) {
+    if (TweakNode* node = tree.Find(key)) {
+        node->toBaseline = false;
+    }
     tree.SetGroupChanged(tree.TopGroupOf(key), true);
     state.applyEnabled = true;
 }
@@ -131,13 +134,34 @@ std::optional<ValueEdit> TypeTweakValue(TweakTree& tree, AppState& state, std::s
     return ScrollTweakValue(tree, state, key, LeadingNumber(text));
 }
 
+namespace {
+
+// On a machine with defaults of its own an item's default is what the machine
+// held before the program first changed it; an item the program never changed
+// is at its default already.
+void RestoreOwnDefault(const TweakTree& tree, TweakNode& node) {
+    if (const auto baseline = tree.BaselineState(node)) {
+        node.image = baseline->image;
+        node.pending = baseline->pending;
+        node.toBaseline = true;
+    } else {
+        node.image = node.machineImage;
+        node.pending = node.machinePending;
+    }
+}
+
+}  // namespace
+
 void RestoreTweakDefaults(TweakTree& tree, AppState& state) {
+    const bool ownDefaults = KeepsOwnDefaults(tree.App().kind);
     for (TweakNode& node : tree.Nodes()) {
         const TweakRow* row = node.row;
         if (row == nullptr || row->kind == TweakKind::Group) {
             continue;
         }
-        if (row->kind == TweakKind::Value) {
+        if (ownDefaults && (row->kind == TweakKind::Value || row->restore != TweakDefault::NotReset)) {
+            RestoreOwnDefault(tree, node);
+        } else if (row->kind == TweakKind::Value) {
             node.pending = std::string(row->restoreValue);
         } else if (row->restore != TweakDefault::NotReset) {
             node.image = row->restore == TweakDefault::On ? kTweakImageOn : kTweakImageOff;

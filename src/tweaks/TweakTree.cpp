@@ -1,5 +1,6 @@
 #include "tweaks/TweakTree.h"
 
+#include "foundation/Baseline.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
@@ -37,6 +38,25 @@ bool Compare(ReadRule rule, std::string_view value, std::string_view expected) {
             break;
     }
     return false;
+}
+
+// A value's text as the registry module's reads give it: a DWORD as its
+// number, a binary value as anything but "Error", a text as itself; a value
+// that is not there as the markers.
+std::string ValueText(const TweakRow& row, const std::optional<RegValue>& value) {
+    if (row.store == TweakStore::Dword) {
+        if (!value || value->data.size() != 4) {
+            return std::to_string(kRegDwordUnreadable);
+        }
+        const auto& d = value->data;
+        const std::uint32_t n =
+            d[0] | (d[1] << 8U) | (d[2] << 16U) | (static_cast<std::uint32_t>(d[3]) << 24U);
+        return std::to_string(static_cast<std::int32_t>(n));
+    }
+    if (!value) {
+        return std::string(kRegError);
+    }
+    return row.store == TweakStore::Binary ? std::string("binary") : RegValueText(*value);
 }
 
 }  // namespace
@@ -82,6 +102,25 @@ std::string TweakTree::ReadValue(const TweakRow& row) const {
         return std::string(row.buildDefault);
     }
     return value;
+}
+
+std::optional<TweakTree::State> TweakTree::BaselineState(const TweakNode& node) const {
+    const TweakRow* row = node.row;
+    if (row == nullptr || row->path.empty() || row->store == TweakStore::Folder) {
+        return std::nullopt;
+    }
+    const auto recorded = RecordedValue(m_registry, row->path, row->name);
+    if (!recorded) {
+        return std::nullopt;
+    }
+    const std::string text = ValueText(*row, *recorded);
+    if (row->kind == TweakKind::Value) {
+        const bool useDefault =
+            text.empty() || text == kRegError || (!row->alsoDefault.empty() && text == row->alsoDefault);
+        return State{node.image, useDefault ? std::string(row->buildDefault) : text};
+    }
+    const bool on = Compare(row->read, text, ExpandTweakText(row->readValue, m_app));
+    return State{on ? kTweakImageOn : kTweakImageOff, node.pending};
 }
 
 std::optional<std::string> TweakTree::CascadeFolder(std::string_view key) const {

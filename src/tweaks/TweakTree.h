@@ -46,6 +46,10 @@ struct TweakNode {
     // What the machine held when read or last written.
     int machineImage = kTweakImageOff;
     std::string machinePending{};
+    // Restore-defaults on a machine with defaults of its own gave the node
+    // the state of the value the machine held before the program first
+    // changed it: Apply puts that value back byte for byte.
+    bool toBaseline = false;
 
     [[nodiscard]] bool IsOn() const { return image == kTweakImageOn; }
     // The user made this node differ from what the machine holds.
@@ -92,6 +96,15 @@ public:
     [[nodiscard]] bool ReadCheck(const TweakRow& row, std::string_view key) const;
     // Reads a value item's pending value.
     [[nodiscard]] std::string ReadValue(const TweakRow& row) const;
+    // The state a registry item had before the program first changed its
+    // value (its baseline), as the node's image and pending value would show
+    // it; nothing when the program never changed it or the item lives
+    // elsewhere (a folder).
+    struct State {
+        int image = kTweakImageOff;
+        std::string pending;
+    };
+    [[nodiscard]] std::optional<State> BaselineState(const TweakNode& node) const;
     // The host folder of a cascading-menu item, or nothing when the Start
     // menu folder is not a Windows path of the machine.
     [[nodiscard]] std::optional<std::string> CascadeFolder(std::string_view key) const;

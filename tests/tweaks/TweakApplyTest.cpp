@@ -168,7 +168,7 @@ TEST(TweakApply, OnAWinePrefixOnlyChangedItemsAreWritten) {
     EXPECT_EQ(bench.Get(kDesk, "CursorBlinkRate"), "530");
     EXPECT_EQ(bench.Get("HKEY_CURRENT_USER\\Control Panel\\Sound", "Beep"), "Error");
 
-    // Restoring defaults writes only what differs from the machine.
+    // Restoring defaults puts back only what the program changed.
     bench.log = ChangeLog();
     RestoreTweakDefaults(bench.tree, bench.state);
     bench.Apply();
@@ -176,7 +176,33 @@ TEST(TweakApply, OnAWinePrefixOnlyChangedItemsAreWritten) {
         EXPECT_EQ(line.find("Beep"), std::string::npos) << line;
         EXPECT_EQ(line.find("MenuShowDelay"), std::string::npos) << line;
     }
-    EXPECT_EQ(GetRegDword(bench.machine->Registry(), kDesk, "SmoothScroll"), 0);
+    EXPECT_EQ(bench.Get(kDesk, "SmoothScroll"), "Error");
+}
+
+TEST(TweakApply, OnAWinePrefixRestoringPutsBackWhatTheMachineHeld) {
+    TweakBench bench(test::WinePrefixSystem());
+    bench.Set(kDesk, "DragWidth", "4");
+    bench.Built();
+    ScrollTweakValue(bench.tree, bench.state, "Drag Width", 9);
+    Toggle(bench, "Smooth Scrolling");
+    Toggle(bench, "Swap Mouse Buttons");
+    Toggle(bench, "Swap Mouse Buttons");  // and back: never written
+    bench.Apply();
+    ASSERT_EQ(bench.Get(kDesk, "DragWidth"), "9");
+
+    bench.log = ChangeLog();
+    RestoreTweakDefaults(bench.tree, bench.state);
+    EXPECT_EQ(bench.tree.Find("Drag Width")->pending, "4");
+    EXPECT_EQ(bench.Image("Smooth Scrolling"), kTweakImageOff);
+    EXPECT_EQ(bench.Image("Beep On Errors"), kTweakImageOn);  // never changed: the machine's own
+    bench.Apply();
+    const Lines expected = {
+        "delete-value\t" + std::string(kDesk) + "\tSmoothScroll",
+        Write(kDesk, "DragWidth", "4"),
+        Send("SystemParametersInfo 0x4c 4 null 0"),
+    };
+    EXPECT_EQ(bench.log.Lines(), expected);
+    EXPECT_EQ(bench.Get("HKEY_CURRENT_USER\\Control Panel\\Mouse", "SwapMouseButtons"), "Error");
 }
 
 }  // namespace

@@ -37,11 +37,12 @@ public:
         system.SetOpensDocuments(false);
     }
 
+    // What the machine holds before the program runs (no baseline is recorded).
     void Set(std::string_view path, std::string_view name, std::string_view text) {
-        SetRegString(machine->Registry(), path, name, text);
+        SetRegString(machine->Registry().Inner(), path, name, text);
     }
     void SetDword(std::string_view path, std::string_view name, std::int32_t number) {
-        SetRegDword(machine->Registry(), path, name, number);
+        SetRegDword(machine->Registry().Inner(), path, name, number);
     }
     [[nodiscard]] std::string Get(std::string_view path, std::string_view name) {
         return GetRegString(machine->Registry(), path, name);
