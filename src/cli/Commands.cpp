@@ -10,6 +10,7 @@
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
 #include "cli/ThemeCommands.h"
+#include "cli/TweakCommands.h"
 #include "cli/UndoCommands.h"
 
 #include <array>
@@ -33,7 +34,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 39> kCommands = {{
+constexpr std::array<CliCommand, 42> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -127,6 +128,25 @@ constexpr std::array<CliCommand, 39> kCommands = {{
      "(100 files, 16 MiB a file, 64 MiB in all). Without --overwrite a file already in the theme's\n"
      "folder stops the unpack with the question on the error stream.",
      1, 3, kMachine, ThemeUnpack},
+    {"tweaks", "",
+     "prints the Tweak Shell tree, a node a line: kind (group, check or value), parent key, key, text, "
+     "state",
+     "The state is on or off for a check item and the pending value for a value item; a group has none.\n"
+     "The Display group is listed only on Windows NT or with the Plus! pack.",
+     0, 0, kMachine, Tweaks},
+    {"tweaks set", "KEY=VALUE... [--yes]",
+     "sets check items (on, off) and value items (a number) as the Tweak Shell page does, then applies; "
+     "prints whether a restart is needed",
+     "KEY is a node's key as `tweaks` lists it, found without regard to case. A value item takes a\n"
+     "whole number from 0 to its limit. A setting the window asks about before turning it on (Note\n"
+     "Pad, Hide Network Neighborhood, Disable Desktop) needs --yes; without it the question is shown\n"
+     "on the error stream and nothing is changed. On a Wine prefix only what changed is written.",
+     1, 64, kMachine, TweaksSet},
+    {"tweaks restore-defaults", "--yes",
+     "puts every tweak back to its default and applies; asks for --yes first",
+     "Without --yes it shows the window's question on the error stream and changes nothing. The\n"
+     "taskbar, the shortcut overlay, the cascading menus and \"Delay Until Clicked\" keep their state.",
+     0, 1, kMachine, TweaksRestoreDefaults},
     {"folder-icon show", "PATH",
      "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",
      "PATH is a Windows path of the machine (C:\\My Documents, or D:\\ for a drive), found without\n"
