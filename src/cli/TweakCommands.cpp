@@ -8,6 +8,7 @@
 #include "icons/IconEditing.h"
 #include "prompts/SilentPrompt.h"
 #include "prompts/modMsgbox.h"
+#include "tweaks/BootOptions.h"
 #include "tweaks/TweakApply.h"
 #include "tweaks/TweakEditing.h"
 #include "tweaks/TweakTree.h"
@@ -54,6 +55,7 @@ struct TweakSession {
         : machine(m), app(InitEnvironment(m.Env())), catalogue(m.Registry(), app), tree(m.Registry(), app) {
         const ScreenSize screen = m.Sys().Screen();
         tree.Build(DisplayCaps{m.Sys().ColourDepth(), screen.width, screen.height});
+        BuildBootGroups(tree);
         state.tweaksLoaded = true;
     }
 
@@ -61,10 +63,14 @@ struct TweakSession {
         return MsgContext{prompt, machine.Registry(), machine.Sys(), app, state};
     }
 
-    // Apply as the window applies it: icons, tweaks, then the icon-cache
-    // rebuild answered silently; one save.
+    // Apply as the window applies it: icons, tweaks, boot options, then the
+    // icon-cache rebuild answered silently; one save of the registry.
     bool ApplyAndSave(CliContext& c) {
         ApplyIconsAndTweaks(catalogue, tree, machine, state, names);
+        const Status boot = WriteBootOptions(tree, machine);
+        if (!boot) {
+            c.err << "glyphmoor-cli: " << boot.reason() << '\n';
+        }
         if (state.rebuildPending) {
             SilentPrompt prompt(machine.Sys(), app.helpFile);
             MsgContext messages = Messages(prompt);
@@ -77,7 +83,7 @@ struct TweakSession {
             };
             RebuildIconCache(messages, hooks);
         }
-        return c.SaveMachine();
+        return c.SaveMachine() && boot.ok();
     }
 };
 

@@ -54,7 +54,8 @@ inline constexpr std::array<std::string_view, 13> kTweakGroupOrder = {
 enum class TweakKind { Group, Check, Value };
 
 // Where a check item's state lives.
-enum class TweakStore { String, Dword, Binary, Folder };
+// Profile: a key of Msdos.sys's section "Options" (BootOptions).
+enum class TweakStore { String, Dword, Binary, Folder, Profile };
 
 // When a check item reads as on. `readValue` is the text (or, for a DWORD,
 // the decimal number) the rule compares with.

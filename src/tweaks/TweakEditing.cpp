@@ -156,7 +156,8 @@ void RestoreTweakDefaults(TweakTree& tree, AppState& state) {
     const bool ownDefaults = KeepsOwnDefaults(tree.App().kind);
     for (TweakNode& node : tree.Nodes()) {
         const TweakRow* row = node.row;
-        if (row == nullptr || row->kind == TweakKind::Group) {
+        // The boot options keep what they hold.
+        if (row == nullptr || row->kind == TweakKind::Group || row->store == TweakStore::Profile) {
             continue;
         }
         if (ownDefaults && (row->kind == TweakKind::Value || row->restore != TweakDefault::NotReset)) {

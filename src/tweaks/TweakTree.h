@@ -21,6 +21,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace glyphmoor {
@@ -80,6 +81,13 @@ public:
     // Adds a node after the others; the boot options and startup lists add theirs this way.
     void AddNode(TweakNode node) { m_nodes.push_back(std::move(node)); }
 
+    // The boot groups were added (BootOptions); the pending default menu
+    // item they read, which has no node of its own.
+    [[nodiscard]] bool BootOptionsLoaded() const { return m_bootLoaded; }
+    void SetBootOptionsLoaded() { m_bootLoaded = true; }
+    [[nodiscard]] const std::string& BootMenuDefault() const { return m_bootMenuDefault; }
+    void SetBootMenuDefault(std::string value) { m_bootMenuDefault = std::move(value); }
+
     [[nodiscard]] bool DisplayTweaksAvailable() const { return m_displayAvailable; }
     [[nodiscard]] const DisplayCaps& Caps() const { return m_caps; }
     // The Start menu folder with a trailing backslash.
@@ -118,6 +126,8 @@ private:
     std::string m_startMenu;
     bool m_displayAvailable = false;
     bool m_loaded = false;
+    bool m_bootLoaded = false;
+    std::string m_bootMenuDefault;
 };
 
 // The editor's upper limit of a value item.

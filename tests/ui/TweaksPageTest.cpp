@@ -3,6 +3,7 @@
 // editor's limits, the pop-up menu, Restore all Settings and Apply, with the
 // machine's registry read back from its files.
 #include "foundation/DefaultMachine.h"
+#include "foundation/HostFiles.h"
 #include "foundation/modRegistry.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
@@ -14,8 +15,12 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTreeWidget>
 #include <QtTest>
+
+#include <fstream>
+#include <iterator>
 
 namespace glyphmoor::test {
 
@@ -98,7 +103,7 @@ private slots:
     }
 
     void theTreeShowsTheMachinesSettings() {
-        QCOMPARE(Tree()->topLevelItemCount(), 7);  // no Display group on this Windows 98
+        QCOMPARE(Tree()->topLevelItemCount(), 11);  // no Display group on this Windows 98; four boot groups
         QCOMPARE(Tree()->topLevelItem(0)->text(0), QStringLiteral("General"));
         QCOMPARE(State("Beep On Errors"), QStringLiteral("on"));
         QCOMPARE(State("Smooth Scrolling"), QStringLiteral("off"));
@@ -178,6 +183,33 @@ private slots:
         QVERIFY(m_window->Dispatch("Shl_Tgl"));
         QCOMPARE(State("Note Pad"), QStringLiteral("on"));
         QVERIFY(!m_window->Dispatch("Shl_Whats"));  // the pop-up's own key, which the handler does not know
+    }
+
+    void theBootupTabShowsMsdosSysAndApplyWritesIt() {
+        const std::filesystem::path file = MachineDir() / "drive_c" / "Msdos.sys";
+        std::ifstream in(file, std::ios::binary);
+        const std::string before((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        Control<QTabBar>("tabShell")->setCurrentIndex(1);
+        Tree()->scrollToTop();
+        Control<QTabBar>("tabShell")->setCurrentIndex(0);
+        Control<QTabBar>("tabShell")->setCurrentIndex(1);
+        const QRect boot = Tree()->visualItemRect(m_window->TweakPage().ItemOf("Boot"));
+        QVERIFY(Tree()->viewport()->rect().contains(boot.topLeft()));
+        QCOMPARE(State("Run Scandisk automatically after system crash"), QStringLiteral("on"));
+        QCOMPARE(State("Enable F5-F8 Function Keys"), QStringLiteral("on"));  // not in the file
+        QCOMPARE(State("Always boot into Startup Menu"), QStringLiteral("off"));
+        ClickBox("Always boot into Startup Menu");
+        ClickText("Startup Menu Delay");
+        QCOMPARE(Control<QLabel>("lblTweak")->text(), QStringLiteral("seconds"));
+        Control<QScrollBar>("scrTweak")->setValue(45);
+        QCOMPARE(Control<QScrollBar>("scrTweak")->value(), 30);
+        Screenshot(QStringLiteral("tweak-shell-bootup"));
+        Apply();
+        std::ifstream after(file, std::ios::binary);
+        const std::string bytes((std::istreambuf_iterator<char>(after)), std::istreambuf_iterator<char>());
+        QCOMPARE(bytes, before + "BootMenu=1\r\nBootMenuDefault=0\r\nBootMenuDelay=30\r\n");
+        QCOMPARE(ReadHostAttributes(file),
+                 std::optional<std::uint32_t>(kAttrHidden | kAttrSystem | kAttrArchive));
     }
 
     void restoreAllSettingsAsksThenStagesTheDefaults() {

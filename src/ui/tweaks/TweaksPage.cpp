@@ -1,5 +1,7 @@
 #include "ui/tweaks/TweaksPage.h"
 
+#include "tweaks/BootOptions.h"
+
 #include "tweaks/TweakEditing.h"
 #include "ui/main/WindowPictures.h"
 
@@ -112,6 +114,7 @@ void TweaksPage::EnsureLoaded(const DisplayCaps& caps) {
         return;
     }
     m_tree.Build(caps);
+    BuildBootGroups(m_tree);
     m_messages.state.tweaksLoaded = true;
     Fill();
 }
