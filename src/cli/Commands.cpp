@@ -9,6 +9,7 @@
 #include "cli/IniCommands.h"
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
+#include "cli/StartupCommands.h"
 #include "cli/ThemeCommands.h"
 #include "cli/TweakCommands.h"
 #include "cli/UndoCommands.h"
@@ -34,7 +35,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 42> kCommands = {{
+constexpr std::array<CliCommand, 45> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -148,6 +149,21 @@ constexpr std::array<CliCommand, 42> kCommands = {{
      "taskbar, the shortcut overlay, the cascading menus and \"Delay Until Clicked\" keep their state.\n"
      "On a Wine prefix the default is what the prefix held before Glyphmoor first changed it.",
      0, 1, kMachine, TweaksRestoreDefaults},
+    {"startup", "[LIST]",
+     "the startup programs, an entry a line: list, name, command; LIST is uninstall, run, run-services "
+     "or user-run",
+     "uninstall is the programs Windows can remove (display name, uninstall command); run and\n"
+     "run-services the Run and RunServices keys of the machine, user-run the user's Run key.",
+     0, 1, kMachine, Startup},
+    {"startup add", "LIST NAME COMMAND", "adds the program COMMAND as NAME to a Run list and applies",
+     "LIST is run, run-services or user-run; an entry of that name is replaced. Programs come into the\n"
+     "uninstall list through their installers only.",
+     3, 3, kMachine, StartupAdd},
+    {"startup delete", "LIST NAME --yes", "deletes an entry of a list and applies; asks for --yes first",
+     "NAME is the entry's name (for the uninstall list, its display name or its key), found without\n"
+     "regard to case. Deleting an uninstall entry removes it from the list only: no uninstaller runs.\n"
+     "Without --yes it shows the window's question on the error stream and changes nothing.",
+     2, 3, kMachine, StartupDelete},
     {"folder-icon show", "PATH",
      "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",
      "PATH is a Windows path of the machine (C:\\My Documents, or D:\\ for a drive), found without\n"

@@ -50,6 +50,27 @@ TEST(TweakCommands, BootOptionsAreKeysOfMsdosSys) {
               "[Options]\r\nBootDelay=abc\r\nNetwork=1\r\nBootWarn=1\r\nBootFailSafe=0\r\n");
 }
 
+TEST(StartupCommands, ListAddAndDeleteWithItsQuestion) {
+    const TempMachine machine;
+    const std::string uninstall =
+        "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Old";
+    ASSERT_EQ(Cli(machine, {"reg", "write", uninstall, "DisplayName", "Old Game"}).status, 0);
+    ASSERT_EQ(Cli(machine, {"startup", "add", "user-run", "Clock", "C:\\clock.exe /min"}).status, 0);
+    EXPECT_EQ(Cli(machine, {"startup", "user-run"}).out, "user-run\tClock\tC:\\clock.exe /min\n");
+    EXPECT_NE(Cli(machine, {"startup"}).out.find("uninstall\tOld Game\t\n"), std::string::npos);
+
+    CliRun run = Cli(machine, {"startup", "delete", "uninstall", "Old Game"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.starts_with("Are you sure you want to permanently delete 'Old Game'?")) << run.err;
+    EXPECT_EQ(Cli(machine, {"reg", "read", uninstall, "DisplayName"}).out, "Old Game\n");
+    ASSERT_EQ(Cli(machine, {"startup", "delete", "uninstall", "old game", "--yes"}).status, 0);
+    EXPECT_EQ(Cli(machine, {"startup", "uninstall"}).out, "");
+
+    EXPECT_EQ(Cli(machine, {"startup", "add", "uninstall", "New", "x.exe"}).status, 1);
+    EXPECT_EQ(Cli(machine, {"startup", "delete", "run", "Nothing", "--yes"}).status, 1);
+    EXPECT_EQ(Cli(machine, {"startup", "services"}).status, 1);
+}
+
 TEST(TweakCommands, RefusalsChangeNothing) {
     const TempMachine machine;
     struct Case {
