@@ -9,6 +9,7 @@
 #include "prompts/SilentPrompt.h"
 #include "prompts/modMsgbox.h"
 #include "tweaks/BootOptions.h"
+#include "tweaks/StartupPage.h"
 #include "tweaks/TweakApply.h"
 #include "tweaks/TweakEditing.h"
 #include "tweaks/TweakTree.h"
@@ -56,6 +57,7 @@ struct TweakSession {
         const ScreenSize screen = m.Sys().Screen();
         tree.Build(DisplayCaps{m.Sys().ColourDepth(), screen.width, screen.height});
         BuildBootGroups(tree);
+        BuildOptionGroup(tree);
         state.tweaksLoaded = true;
     }
 

@@ -16,8 +16,10 @@ namespace glyphmoor {
 namespace {
 
 // The groups Apply writes, in its order.
-constexpr std::array<std::string_view, 8> kApplyOrder = {
-    "General", "Display", "Explorer", "Icons", "Mouse", "Start Menu", "Wallpaper", "Restrictions"};
+// "Options" (the startup page's) is written with them: its items are
+// registry items like theirs.
+constexpr std::array<std::string_view, 9> kApplyOrder = {
+    "General", "Display", "Explorer", "Icons", "Mouse", "Start Menu", "Wallpaper", "Restrictions", "Options"};
 
 // SPIF_UPDATEINIFILE | SPIF_SENDWININICHANGE.
 constexpr std::uint32_t kSpifUpdateAndSend = 3;

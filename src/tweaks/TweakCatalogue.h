@@ -43,6 +43,8 @@ inline constexpr int kTweakImageSubGroup = 2;
 inline constexpr int kTweakImageOff = 3;
 inline constexpr int kTweakImageOn = 4;
 inline constexpr int kTweakImageValue = 5;
+// A program of a startup list.
+inline constexpr int kTweakImageEntry = 6;
 
 // The top-level groups whose changed flags Apply consults, in the order a
 // toggle compares them; the last five are built by the boot options and the
@@ -51,7 +53,8 @@ inline constexpr std::array<std::string_view, 13> kTweakGroupOrder = {
     "General",      "Display", "Explorer",  "Icons",        "Mouse",     "Start Menu", "Wallpaper",
     "Restrictions", "Boot",    "Dual Boot", "Startup Menu", "Safe Mode", "Options"};
 
-enum class TweakKind { Group, Check, Value };
+// Entry: a program of a startup list (StartupPage), deleted, never toggled.
+enum class TweakKind { Group, Check, Value, Entry };
 
 // Where a check item's state lives.
 // Profile: a key of Msdos.sys's section "Options" (BootOptions).

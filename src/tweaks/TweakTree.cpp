@@ -176,6 +176,10 @@ const TweakNode* TweakTree::Find(std::string_view key) const {
     return it == m_nodes.end() ? nullptr : &*it;
 }
 
+void TweakTree::RemoveNode(std::string_view key) {
+    std::erase_if(m_nodes, [&](const TweakNode& n) { return n.key == key; });
+}
+
 bool TweakTree::IsOn(std::string_view key) const {
     const TweakNode* node = Find(key);
     return node != nullptr && node->image == kTweakImageOn;

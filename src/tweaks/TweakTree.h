@@ -15,6 +15,7 @@
 
 #include "foundation/AppEnvironment.h"
 #include "foundation/RegistryStore.h"
+#include "tweaks/StartupLists.h"
 #include "tweaks/TweakCatalogue.h"
 
 #include <array>
@@ -80,6 +81,11 @@ public:
     [[nodiscard]] std::string TopGroupOf(std::string_view key) const;
     // Adds a node after the others; the boot options and startup lists add theirs this way.
     void AddNode(TweakNode node) { m_nodes.push_back(std::move(node)); }
+    // Removes the node with this key (a deleted startup program).
+    void RemoveNode(std::string_view key);
+    // The startup-program lists of the Miscellaneous tab (StartupPage).
+    [[nodiscard]] StartupLists& Startup() { return m_startup; }
+    [[nodiscard]] const StartupLists& Startup() const { return m_startup; }
 
     // The boot groups were added (BootOptions); the pending default menu
     // item they read, which has no node of its own.
@@ -128,6 +134,7 @@ private:
     bool m_loaded = false;
     bool m_bootLoaded = false;
     std::string m_bootMenuDefault;
+    StartupLists m_startup;
 };
 
 // The editor's upper limit of a value item.

@@ -7,8 +7,10 @@
 #include "foundation/modRegistry.h"
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
+#include "tweaks/StartupPage.h"
 #include "ui/main/Main.h"
 #include "ui/tweaks/TweaksPage.h"
+#include "ui/tweaks/frmAddItem.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -103,7 +105,8 @@ private slots:
     }
 
     void theTreeShowsTheMachinesSettings() {
-        QCOMPARE(Tree()->topLevelItemCount(), 11);  // no Display group on this Windows 98; four boot groups
+        // No Display group on this Windows 98; four boot groups, Options and four startup lists.
+        QCOMPARE(Tree()->topLevelItemCount(), 16);
         QCOMPARE(Tree()->topLevelItem(0)->text(0), QStringLiteral("General"));
         QCOMPARE(State("Beep On Errors"), QStringLiteral("on"));
         QCOMPARE(State("Smooth Scrolling"), QStringLiteral("off"));
@@ -210,6 +213,43 @@ private slots:
         QCOMPARE(bytes, before + "BootMenu=1\r\nBootMenuDefault=0\r\nBootMenuDelay=30\r\n");
         QCOMPARE(ReadHostAttributes(file),
                  std::optional<std::uint32_t>(kAttrHidden | kAttrSystem | kAttrArchive));
+    }
+
+    void theMiscellaneousTabAddsDeletesAndSetsOptions() {
+        const std::string userRun = "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+        Control<QTabBar>("tabShell")->setCurrentIndex(2);
+        QCOMPARE(State(std::string(kOptionRestorePosition)), QStringLiteral("off"));
+        ClickBox(std::string(kOptionContextMenu));
+        ClickText("User Run");
+        m_window->TweakPage().SetAddItemRunner([](frmAddItem& dialog) {
+            dialog.findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("Clock"));
+            dialog.findChild<QLineEdit*>(QStringLiteral("txtCommand"))
+                ->setText(QStringLiteral("C:\\clock.exe"));
+            return dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled()
+                       ? int(QDialog::Accepted)
+                       : int(QDialog::Rejected);
+        });
+        QVERIFY(m_window->Dispatch("Shl_New"));
+        QVERIFY(Item("User Run\\Clock") != nullptr);
+        Screenshot(QStringLiteral("tweak-shell-miscellaneous"));
+        Apply();
+        QCOMPARE(Stored(userRun, "Clock"), std::string("C:\\clock.exe"));
+        QCOMPARE(
+            Stored("HKEY_CLASSES_ROOT\\CLSID\\{20D04FE0-3AEA-1069-A2D8-08002B30309D}\\shell\\Glyphmoor", ""),
+            std::string("&Glyphmoor"));
+
+        ClickText("User Run\\Clock");
+        m_prompt->Answer({PromptAnswer::Press(0)});  // "No"
+        QTest::keyClick(Tree(), Qt::Key_Delete);
+        QCOMPARE(m_prompt->Shown().back().text,
+                 std::string("Are you sure you want to permanently delete 'Clock'?"));
+        QVERIFY(Item("User Run\\Clock") != nullptr);
+        m_prompt->Answer({PromptAnswer::Press(1)});  // "Yes"
+        QVERIFY(m_window->Dispatch("Shl_Del"));
+        QVERIFY(m_window->TweakPage().ItemOf("User Run\\Clock") == nullptr);
+        QCOMPARE(Stored(userRun, "Clock"), std::string("C:\\clock.exe"));  // until Apply
+        Apply();
+        QCOMPARE(Stored(userRun, "Clock"), std::string("Error"));
     }
 
     void restoreAllSettingsAsksThenStagesTheDefaults() {

@@ -15,6 +15,7 @@
 #include "ui/tweaks/TweaksPage.h"
 
 #include "tweaks/BootOptions.h"
+#include "tweaks/StartupPage.h"
 #include "tweaks/TweakApply.h"
 #include "ui/themes/ThemesPage.h"
 
@@ -299,12 +300,14 @@ void Main::RefreshCaption() {
 
 void Main::ApplyChanges() {
     // The order is fixed: a loaded theme marks every icon group, the icons
-    // are written, the tweaks, the boot options (a failure is not reported),
-    // then the icon cache is rebuilt and a needed restart is offered.
+    // are written, the tweaks (with the Options group), the boot options (a
+    // failure is not reported), the startup programs' queued changes, then
+    // the icon cache is rebuilt and a needed restart is offered.
     const BusyPointer busy;
     const bool overlayMayChange = m_tweaks.GroupChanged("Explorer");
     ApplyIconsAndTweaks(m_catalogue, m_tweaks, m_machine, m_state, m_names);
     static_cast<void>(WriteBootOptions(m_tweaks, m_machine));
+    ApplyStartupLists(m_tweaks, m_machine.Registry());
     if (m_tweaks.Loaded()) {
         m_tweakPage->Refresh();
     }

@@ -250,7 +250,7 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 28> commands = {{
+    static const std::array<Command, 30> commands = {{
         {"mnuTools(0)", [](Main& w) { w.RestoreSettingsCommand(); }},
         {"Shl_Tgl", [](Main& w) { w.TweakPage().ToggleSelected(); }},
         {"Edit", [](Main& w) { w.TweakPage().EditSelected(); }},
@@ -259,6 +259,8 @@ bool Main::Dispatch(std::string_view key) {
         {"Shl_ExpA", [](Main& w) { w.TweakPage().ExpandAll(true); }},
         {"Shl_ColA", [](Main& w) { w.TweakPage().ExpandAll(false); }},
         {"Shl_Wht", [](Main& w) { w.ShowTweakHelp(); }},
+        {"Shl_Del", [](Main& w) { w.TweakPage().DeleteSelected(); }},
+        {"Shl_New", [](Main& w) { w.TweakPage().NewItem(); }},
         {"Theme_Package", [](Main& w) { w.PackageTheme(); }},
         {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
         {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
@@ -291,8 +293,7 @@ bool Main::Dispatch(std::string_view key) {
         RefreshCaption();
         return true;
     }
-    // The startup lists are not in this build: their keys ("Shl_Del",
-    // "Shl_New") do nothing yet. The pop-up items "&Details" and "&What's
+    // The pop-up items "&Details" and "&What's
     // This?" carry the keys "Theme_VDetails" and "Shl_Whats", which the
     // handler does not know: they do nothing, as the program has always done.
     return false;

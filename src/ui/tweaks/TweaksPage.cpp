@@ -1,6 +1,8 @@
 #include "ui/tweaks/TweaksPage.h"
 
 #include "tweaks/BootOptions.h"
+#include "tweaks/StartupPage.h"
+#include "ui/tweaks/frmAddItem.h"
 
 #include "tweaks/TweakEditing.h"
 #include "ui/main/WindowPictures.h"
@@ -115,6 +117,8 @@ void TweaksPage::EnsureLoaded(const DisplayCaps& caps) {
     }
     m_tree.Build(caps);
     BuildBootGroups(m_tree);
+    BuildOptionGroup(m_tree);
+    BuildStartupListNodes(m_tree);
     m_messages.state.tweaksLoaded = true;
     Fill();
 }
@@ -255,12 +259,42 @@ void TweaksPage::TextTyped(const QString& text) {
     emit changed();
 }
 
+void TweaksPage::DeleteSelected() {
+    QTreeWidgetItem* item = m_tvTweak->currentItem();
+    if (item != nullptr && DeleteStartupNode(m_tree, m_messages, SelectedKey())) {
+        delete item;
+        emit changed();
+    }
+}
+
+void TweaksPage::NewItem() {
+    const auto list = StartupListOf(m_tree, SelectedKey());
+    if (!list || *list == StartupList::Uninstall) {
+        return;
+    }
+    frmAddItem dialog(m_messages.app.machine, this);
+    const int result = m_addItemRunner ? m_addItemRunner(dialog) : dialog.exec();
+    if (result != QDialog::Accepted ||
+        !AddStartupNode(m_tree, m_messages.state, *list, dialog.Name(), dialog.Command())) {
+        return;
+    }
+    Fill();
+    if (QTreeWidgetItem* item = ItemOf(std::string(InfoOf(*list).caption) + "\\" + dialog.Name())) {
+        m_tvTweak->setCurrentItem(item);
+    }
+    emit changed();
+}
+
 bool TweaksPage::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_txtTweak && event->type() == QEvent::FocusIn) {
         QMetaObject::invokeMethod(m_txtTweak, &QLineEdit::selectAll, Qt::QueuedConnection);
     } else if (watched == m_tvTweak && event->type() == QEvent::KeyPress &&
                static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
         ToggleSelected();
+        return true;
+    } else if (watched == m_tvTweak && event->type() == QEvent::KeyPress &&
+               static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+        DeleteSelected();
         return true;
     } else if (watched == m_tvTweak->viewport() && event->type() == QEvent::MouseButtonPress) {
         const auto* mouse = static_cast<QMouseEvent*>(event);

@@ -11,6 +11,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 #include <string>
 
 class QLabel;
@@ -19,6 +21,10 @@ class QScrollBar;
 class QTabBar;
 class QTreeWidget;
 class QTreeWidgetItem;
+
+namespace glyphmoor {
+class frmAddItem;
+}
 
 namespace glyphmoor {
 
@@ -38,6 +44,12 @@ public:
     void EditSelected();
     void ExpandSelected(bool expand);
     void ExpandAll(bool expand);
+    // The Delete key and "Shl_Del": a startup program, after the question.
+    void DeleteSelected();
+    // "Shl_New": Add New Item for the selected Run list (or its program).
+    void NewItem();
+    // Runs the Add New Item dialog (exec unless a test sets otherwise).
+    void SetAddItemRunner(std::function<int(frmAddItem&)> runner) { m_addItemRunner = std::move(runner); }
     // The selected item's help text, or empty.
     [[nodiscard]] QString SelectedHelp() const;
 
@@ -64,6 +76,7 @@ private:
 
     MsgContext m_messages;
     TweakTree& m_tree;
+    std::function<int(frmAddItem&)> m_addItemRunner;
     QTabBar* m_tabShell;
     QTreeWidget* m_tvTweak;
     QLineEdit* m_txtTweak;
