@@ -430,8 +430,8 @@ long MachineRegistry::QueryInfoKey(RegHandle key, RegKeyInfo& out) {
         out.longestSubkeyName =
             std::max(out.longestSubkeyName, static_cast<std::uint32_t>(Utf8ToUtf16(sub->name).size()));
     }
-    out.valueCount = static_cast<std::uint32_t>(hiveKey->values.size());
-    for (const auto& value : hiveKey->values) {
+    out.valueCount = static_cast<std::uint32_t>(hiveKey->Values().size());
+    for (const auto& value : hiveKey->Values()) {
         out.longestValueName =
             std::max(out.longestValueName, static_cast<std::uint32_t>(Utf8ToUtf16(value.name).size()));
         out.longestValueData =
@@ -472,11 +472,11 @@ long MachineRegistry::EnumValue(RegHandle key, std::uint32_t index, std::string&
     if (hiveKey == nullptr) {
         return location->hive ? kErrorFileNotFound : kErrorNoMoreItems;
     }
-    if (index >= hiveKey->values.size()) {
+    if (index >= hiveKey->Values().size()) {
         return kErrorNoMoreItems;
     }
-    name = hiveKey->values[index].name;
-    value = hiveKey->values[index].value;
+    name = hiveKey->Values()[index].name;
+    value = hiveKey->Values()[index].value;
     return kErrorSuccess;
 }
 

@@ -3,6 +3,7 @@
 #include "foundation/Hex.h"
 #include "foundation/WineRegistryEscapes.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace glyphmoor {
@@ -35,9 +36,10 @@ std::string_view TrimLeft(std::string_view s) {
     return s;
 }
 
-Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(s.size() / 3 + 1);
+// Hex bytes separated by commas, blanks around them allowed; each byte goes
+// to sink. False when the text is not that.
+template <typename Sink>
+bool ReadHexBytes(std::string_view s, Sink sink) {
     std::size_t i = 0;
     auto skipSpace = [&] {
         while (i < s.size() && (s[i] == ' ' || s[i] == '\t')) {
@@ -47,18 +49,27 @@ Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
     skipSpace();
     while (i < s.size()) {
         if (i + 1 >= s.size() || !IsHexDigit(s[i]) || !IsHexDigit(s[i + 1])) {
-            return Fail("bad hex data");
+            return false;
         }
-        bytes.push_back(static_cast<std::uint8_t>(HexValue(s[i]) * 16 + HexValue(s[i + 1])));
+        sink(static_cast<std::uint8_t>(HexValue(s[i]) * 16 + HexValue(s[i + 1])));
         i += 2;
         skipSpace();
         if (i < s.size()) {
             if (s[i] != ',') {
-                return Fail("bad hex data");
+                return false;
             }
             ++i;
             skipSpace();
         }
+    }
+    return true;
+}
+
+Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(s.size() / 3 + 1);
+    if (!ReadHexBytes(s, [&](std::uint8_t byte) { bytes.push_back(byte); })) {
+        return Fail("bad hex data");
     }
     return bytes;
 }
@@ -148,6 +159,106 @@ Result<RegValue> ParseValueData(std::string_view s) {
         return ParseHexData(s);
     }
     return Fail("unknown value form");
+}
+
+// A whole value line (its continuation lines joined): the name, "=", the data.
+Result<HiveValue> ParseValueText(std::string_view text) {
+    HiveValue parsed;
+    if (text.front() == '@') {
+        text.remove_prefix(1);
+    } else {
+        std::size_t consumed = 0;
+        auto name = ReadEscapedUtf8(text.substr(1), '"', consumed);
+        if (!name) {
+            return Fail("value name: " + name.reason());
+        }
+        parsed.name = std::move(*name);
+        text.remove_prefix(1 + consumed);
+    }
+    if (text.empty() || text.front() != '=') {
+        return Fail("expected '=' after the value name");
+    }
+    auto value = ParseValueData(text.substr(1));
+    if (!value) {
+        return Fail("value \"" + parsed.name + "\": " + value.reason());
+    }
+    parsed.value = std::move(*value);
+    return parsed;
+}
+
+// A hex value ends its line with a backslash when it goes on; a string
+// value cannot (its closing quote comes last).
+bool LooksContinued(std::string_view text) {
+    return text.find("=hex") != std::string_view::npos;
+}
+
+// Whether string data (after its opening quote) reads: as ParseStringData
+// reads it, without building it.
+bool StringDataReads(std::string_view body) {
+    const auto plainEnd = body.find_first_of("\"\\");
+    if (plainEnd != std::string_view::npos && body[plainEnd] == '"') {
+        return true;
+    }
+    std::size_t consumed = 0;
+    return UnescapeUnits(body, '"', consumed, [](char16_t) {}).ok();
+}
+
+// Whether value data (after "=") reads, checked as ParseValueData reads it
+// but without building anything.
+bool ValueDataReads(std::string_view data) {
+    if (data.starts_with("\"")) {
+        return StringDataReads(data.substr(1));
+    }
+    if (data.starts_with("str:\"")) {
+        return StringDataReads(data.substr(5));
+    }
+    std::uint32_t number = 0;
+    if (data.starts_with("str(")) {
+        const auto close = data.find("):\"");
+        return close != std::string_view::npos && ParseHexNumber(data.substr(4, close - 4), number, 8) &&
+               StringDataReads(data.substr(close + 3));
+    }
+    if (data.starts_with("dword:")) {
+        std::string_view digits = data.substr(6);
+        while (!digits.empty() && (digits.back() == ' ' || digits.back() == '\t')) {
+            digits.remove_suffix(1);
+        }
+        return ParseHexNumber(digits, number, 8);
+    }
+    if (data.starts_with("hex:")) {
+        return ReadHexBytes(data.substr(4), [](std::uint8_t) {});
+    }
+    if (data.starts_with("hex(")) {
+        const auto close = data.find("):");
+        return close != std::string_view::npos && ParseHexNumber(data.substr(4, close - 4), number, 8) &&
+               ReadHexBytes(data.substr(close + 2), [](std::uint8_t) {});
+    }
+    return false;
+}
+
+// Whether ParseValueText reads a value line, checked without building its
+// data; its name is given back. A line that does not read is read at once,
+// so that its fault is reported with the file's line.
+bool ValueReads(std::string_view text, std::string& name) {
+    if (text.front() == '@') {
+        name.clear();
+        text.remove_prefix(1);
+    } else {
+        const auto close = text.find_first_of("\"\\", 1);
+        std::size_t consumed = 0;
+        if (close != std::string_view::npos && text[close] == '"' &&
+            std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(close),
+                        [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+            name.assign(text.substr(1, close - 1));
+            consumed = close;
+        } else if (auto decoded = ReadEscapedUtf8(text.substr(1), '"', consumed)) {
+            name = std::move(*decoded);
+        } else {
+            return false;
+        }
+        text.remove_prefix(1 + consumed);
+    }
+    return !text.empty() && text.front() == '=' && ValueDataReads(text.substr(1));
 }
 
 // The reader's states, one line at a time.
@@ -299,41 +410,57 @@ private:
         return {};
     }
 
-    // A hex value ends its line with a backslash when it goes on; a string
-    // value cannot (its closing quote comes last).
-    static bool LooksContinued(std::string_view text) {
-        const auto eq = text.find("=hex");
-        return eq != std::string_view::npos;
-    }
-
+    // A value of a key whose values are still deferred is only checked;
+    // the first one that is not plain, or out of Wine's order, has the key's
+    // values read up to it and is read itself.
     Status FinishValue(std::string_view text, std::size_t next) {
-        std::string name;
-        if (text.front() == '@') {
-            text.remove_prefix(1);
-        } else {
-            std::size_t consumed = 0;
-            auto parsed = ReadEscapedUtf8(text.substr(1), '"', consumed);
-            if (!parsed) {
-                return Fail("value name: " + parsed.reason());
+        if (m_deferring) {
+            if (ValueReads(text, m_name) && IsNewName(m_name)) {
+                return {};
             }
-            name = std::move(*parsed);
-            text.remove_prefix(1 + consumed);
+            StopDeferring(m_valueStart);
         }
-        if (text.empty() || text.front() != '=') {
-            return Fail("expected '=' after the value name");
-        }
-        auto value = ParseValueData(text.substr(1));
-        if (!value) {
-            return Fail("value \"" + name + "\": " + value.reason());
+        auto parsed = ParseValueText(text);
+        if (!parsed) {
+            return Fail(parsed.reason());
         }
         bool created = false;
-        HiveValue& stored = m_key->SetValue(name, std::move(*value), &created);
+        HiveValue& stored = m_key->SetValue(parsed->name, std::move(parsed->value), &created);
         if (created) {
             stored.raw = Text(m_valueStart, next);
         } else {
             m_key->changed = true;  // a repeated value: the last one wins, as in Wine
         }
         return {};
+    }
+
+    // Records a deferred value's name; false when the key has it already (the
+    // key is then read at once, which marks it to be written anew). Names in
+    // Wine's order, as Wine writes them, cost one comparison each.
+    bool IsNewName(const std::string& name) {
+        constexpr std::size_t kMostUnordered = 64;
+        const bool inOrder = m_inOrder && (m_names.empty() || CompareRegistryNames(m_names.back(), name) < 0);
+        if (!inOrder) {
+            if (m_names.size() >= kMostUnordered) {
+                return false;
+            }
+            for (const auto& earlier : m_names) {
+                if (CompareRegistryNames(earlier, name) == 0) {
+                    return false;
+                }
+            }
+        }
+        m_inOrder = inOrder;
+        m_names.push_back(name);
+        return true;
+    }
+
+    void StopDeferring(std::size_t upTo) {
+        if (!m_names.empty()) {
+            m_key->unreadValues = Text(m_bodyStart, upTo);
+            (void)m_key->Values();
+        }
+        m_deferring = false;
     }
 
     void FlushPendingIntoKey(std::size_t upTo) {
@@ -399,9 +526,17 @@ private:
             key = &key->AddSubkey(parts[i], created);
             m_lastKeys.push_back(key);
         }
+        // A key's values are deferred unless it had a section before: two
+        // sections for one key are read at once and written anew as one.
+        m_deferring = !key->hasSection;
+        m_names.clear();
+        m_inOrder = true;
         if (key->hasSection) {
-            key->changed = true;  // two sections for one key: written anew as one
+            key->changed = true;
+            (void)key->Values();
         }
+        const auto headerEnd = std::string_view(*m_text).find('\n', headerStart);
+        m_bodyStart = headerEnd == npos ? m_text->size() : headerEnd + 1;
         key->hasSection = true;
         key->modified = modified;
         key->leading = Text(leadStart, headerStart);
@@ -411,6 +546,10 @@ private:
     }
 
     void FinishKey(std::size_t end) {
+        if (m_key != nullptr && m_deferring && !m_names.empty()) {
+            m_key->unreadValues = Text(m_bodyStart, end);
+        }
+        m_deferring = false;
         if (m_key != nullptr && !m_key->changed) {
             m_key->rawSection = Text(m_keyStart, end);
         }
@@ -428,12 +567,55 @@ private:
     std::size_t m_valueStart = 0;
     bool m_continuation = false;
     std::string m_joined;
+    // The values of the current key are only checked so far (HiveKey::unreadValues),
+    // from m_bodyStart on; m_names are their names, m_inOrder whether in Wine's order.
+    bool m_deferring = false;
+    bool m_inOrder = true;
+    std::size_t m_bodyStart = 0;
+    std::vector<std::string> m_names;
+    std::string m_name;
     // The keys on the previous section's path, root first.
     std::vector<HiveKey*> m_lastKeys;
     std::vector<std::string_view> m_parts;
 };
 
 }  // namespace
+
+void ReadCheckedValues(std::string_view lines, HiveKey& key) {
+    auto append = [&](std::string_view text, std::string_view raw) {
+        if (auto parsed = ParseValueText(text)) {
+            key.SetValue(parsed->name, std::move(parsed->value)).raw = raw;
+        }
+    };
+    std::string joined;
+    std::size_t valueStart = 0;
+    bool continued = false;
+    std::size_t pos = 0;
+    while (pos < lines.size()) {
+        const std::size_t start = pos;
+        const auto end = lines.find('\n', pos);
+        pos = end == std::string_view::npos ? lines.size() : end + 1;
+        const std::string_view line =
+            StripCr(lines.substr(start, (end == std::string_view::npos ? pos : end) - start));
+        if (continued) {
+            joined.append(TrimLeft(line));
+            if (!joined.empty() && joined.back() == '\\') {
+                joined.pop_back();
+            } else {
+                continued = false;
+                append(joined, lines.substr(valueStart, pos - valueStart));
+            }
+        } else if (!line.empty() && (line.front() == '"' || line.front() == '@')) {
+            valueStart = start;
+            continued = line.back() == '\\' && LooksContinued(line);
+            if (continued) {
+                joined.assign(line.substr(0, line.size() - 1));
+            } else {
+                append(line, lines.substr(valueStart, pos - valueStart));
+            }
+        }
+    }
+}
 
 Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::string_view fileName) {
     return Reader(std::move(text), fileName).Run();
