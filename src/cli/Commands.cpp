@@ -2,6 +2,7 @@
 // arity and whether the runner opens the machine first.
 #include "cli/BundleCommands.h"
 #include "cli/Cli.h"
+#include "cli/FavoriteCommands.h"
 #include "cli/FolderIconCommands.h"
 #include "cli/IconCommands.h"
 #include "cli/IconFileCommands.h"
@@ -9,6 +10,7 @@
 #include "cli/RebuildCommands.h"
 #include "cli/RegCommands.h"
 #include "cli/ThemeCommands.h"
+#include "cli/TweakCommands.h"
 #include "cli/UndoCommands.h"
 
 #include <array>
@@ -32,7 +34,7 @@ constexpr std::string_view kAppliesLikeApply =
     "GROUP is a group's number (1 to 7) or its name, NAME an entry's built-in name. The change is\n"
     "applied as the window's Apply applies it, the icon-cache rebuild included, and prints nothing.";
 
-constexpr std::array<CliCommand, 36> kCommands = {{
+constexpr std::array<CliCommand, 42> kCommands = {{
     {"reg read", "PATH NAME", "prints the value's text, or Error",
      "Reads as the program's registry module does: one character a byte, blanks trimmed.", 2, 2, kMachine,
      RegRead},
@@ -126,6 +128,25 @@ constexpr std::array<CliCommand, 36> kCommands = {{
      "(100 files, 16 MiB a file, 64 MiB in all). Without --overwrite a file already in the theme's\n"
      "folder stops the unpack with the question on the error stream.",
      1, 3, kMachine, ThemeUnpack},
+    {"tweaks", "",
+     "prints the Tweak Shell tree, a node a line: kind (group, check or value), parent key, key, text, "
+     "state",
+     "The state is on or off for a check item and the pending value for a value item; a group has none.\n"
+     "The Display group is listed only on Windows NT or with the Plus! pack.",
+     0, 0, kMachine, Tweaks},
+    {"tweaks set", "KEY=VALUE... [--yes]",
+     "sets check items (on, off) and value items (a number) as the Tweak Shell page does, then applies; "
+     "prints whether a restart is needed",
+     "KEY is a node's key as `tweaks` lists it, found without regard to case. A value item takes a\n"
+     "whole number from 0 to its limit. A setting the window asks about before turning it on (Note\n"
+     "Pad, Hide Network Neighborhood, Disable Desktop) needs --yes; without it the question is shown\n"
+     "on the error stream and nothing is changed. On a Wine prefix only what changed is written.",
+     1, 64, kMachine, TweaksSet},
+    {"tweaks restore-defaults", "--yes",
+     "puts every tweak back to its default and applies; asks for --yes first",
+     "Without --yes it shows the window's question on the error stream and changes nothing. The\n"
+     "taskbar, the shortcut overlay, the cascading menus and \"Delay Until Clicked\" keep their state.",
+     0, 1, kMachine, TweaksRestoreDefaults},
     {"folder-icon show", "PATH",
      "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",
      "PATH is a Windows path of the machine (C:\\My Documents, or D:\\ for a drive), found without\n"
@@ -141,6 +162,21 @@ constexpr std::array<CliCommand, 36> kCommands = {{
      "Deletes the folder's desktop.ini and sets the folder to normal, or deletes the drive's\n"
      "autorun.inf whole. Without --yes it shows the window's question and changes nothing.",
      1, 2, kMachine, FolderIconRestore},
+    {"favorites", "",
+     "the Favorites menu, an item a line: depth, TAB, kind (folder, link or empty), TAB, caption, and "
+     "for a link TAB the theme file it points at",
+     "The favourites folder is C:\\Program Files\\Glyphmoor\\Favorites on the machine; each folder's\n"
+     "subfolders come before its links, each in name order.",
+     0, 0, kMachine, Favorites},
+    {"favorites add", "THEME [--in FOLDER] [--name NAME]",
+     "makes a link to the theme THEME in the favourites folder (or its folder FOLDER); prints its path",
+     "NAME is the theme's name unless given. FOLDER is a path relative to the favourites folder or a\n"
+     "Windows path inside it. A theme that is not there, or a favourite of that name, is refused and\n"
+     "nothing is made.",
+     1, 5, kMachine, FavoritesAdd},
+    {"favorites new-folder", "NAME [--in FOLDER]",
+     "makes the folder NAME in the favourites folder (or its folder FOLDER); prints its path",
+     "A folder or file of that name is refused and nothing is made.", 1, 3, kMachine, FavoritesNewFolder},
     {"resources", "FILE", "the resource types of FILE with their names, then the names of each type",
      kHostOrMachineFile, 1, 1, kNoMachine, CmdResources},
     {"icon-count", "FILE", "the number of icons in FILE", kHostOrMachineFile, 1, 1, kNoMachine, CmdIconCount},

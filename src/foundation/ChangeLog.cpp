@@ -168,6 +168,13 @@ void LoggingSystem::RunProgram(std::string_view commandLine, int showCommand) {
     m_inner.RunProgram(commandLine, showCommand);
 }
 
+void LoggingSystem::ShellExecuteVerb(std::string_view verb, std::string_view file,
+                                     std::string_view parameters, int showCommand) {
+    m_notes.ShellExecuteVerb(verb, file, parameters, showCommand);
+    Note();
+    m_inner.ShellExecuteVerb(verb, file, parameters, showCommand);
+}
+
 void LoggingSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
     m_notes.OpenHelp(helpFile, command, data);
     Note();

@@ -71,8 +71,11 @@ public:
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     void RunProgram(std::string_view commandLine, int showCommand) override;
+    void ShellExecuteVerb(std::string_view verb, std::string_view file, std::string_view parameters,
+                          int showCommand) override;
     void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     [[nodiscard]] int ColourDepth() const override { return m_inner.ColourDepth(); }
+    [[nodiscard]] ScreenSize Screen() const override { return m_inner.Screen(); }
 
 private:
     // Moves what m_notes noted of the last call into the log.

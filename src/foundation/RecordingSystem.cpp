@@ -29,6 +29,8 @@ bool RecordingSystem::SystemParametersInfo(std::uint32_t action, std::uint32_t u
         param = std::to_string(*number);
     } else if (const auto* text = std::get_if<std::string>(&pvParam)) {
         param = "\"" + *text + "\"";
+    } else if (const auto* animation = std::get_if<AnimationInfo>(&pvParam)) {
+        param = "{" + std::to_string(animation->size) + ", " + std::to_string(animation->minAnimate) + "}";
     }
     m_calls.push_back("SystemParametersInfo " + Hex(action) + " " + std::to_string(uiParam) + " " + param +
                       " " + std::to_string(winIni));
@@ -50,6 +52,12 @@ bool RecordingSystem::OpenDocument(std::string_view pathOrAddress) {
 
 void RecordingSystem::RunProgram(std::string_view commandLine, int showCommand) {
     m_calls.push_back("WinExec \"" + std::string(commandLine) + "\" " + std::to_string(showCommand));
+}
+
+void RecordingSystem::ShellExecuteVerb(std::string_view verb, std::string_view file,
+                                       std::string_view parameters, int showCommand) {
+    m_calls.push_back("ShellExecute \"" + std::string(verb) + "\" \"" + std::string(file) + "\" \"" +
+                      std::string(parameters) + "\" " + std::to_string(showCommand));
 }
 
 void RecordingSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {

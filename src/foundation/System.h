@@ -28,8 +28,20 @@ inline constexpr std::uint32_t kHelpPartialKey = 0x105;
 // ShowWindow's command for a program started minimised with the focus.
 inline constexpr int kSwShowMinimized = 2;
 
-// What SystemParametersInfo's pvParam points to: nothing, a number, or a text.
-using SpiParam = std::variant<std::monostate, std::uint32_t, std::string>;
+// ANIMATIONINFO: the record SPI_SETANIMATION takes.
+struct AnimationInfo {
+    std::uint32_t size = 8;
+    std::int32_t minAnimate = 0;
+};
+
+// What SystemParametersInfo's pvParam points to: nothing, a number, a text,
+// or an animation record.
+using SpiParam = std::variant<std::monostate, std::uint32_t, std::string, AnimationInfo>;
+
+struct ScreenSize {
+    int width = 0;
+    int height = 0;
+};
 
 class System {
 public:
@@ -58,12 +70,19 @@ public:
     // Starts a program by its command line (WinExec) with a ShowWindow
     // command; the caller does not wait.
     virtual void RunProgram(std::string_view commandLine, int showCommand) = 0;
+    // ShellExecuteA(window, verb, file, parameters, no folder, showCommand):
+    // starts a program through the shell; the caller does not wait. (Not
+    // named ShellExecute: windows.h makes that name a macro.)
+    virtual void ShellExecuteVerb(std::string_view verb, std::string_view file, std::string_view parameters,
+                                  int showCommand) = 0;
     // WinHelpA(window, helpFile, command, data) with a text as data, such as
     // the keyword of kHelpPartialKey. (Not named WinHelp: windows.h makes that
     // name a macro.)
     virtual void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) = 0;
     // Bits per pixel of the screen (GetDeviceCaps BITSPIXEL).
     [[nodiscard]] virtual int ColourDepth() const = 0;
+    // The screen's width and height in pixels (GetDeviceCaps HORZRES, VERTRES).
+    [[nodiscard]] virtual ScreenSize Screen() const = 0;
 };
 
 class RecordingSystem final : public System {
@@ -75,22 +94,29 @@ public:
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     void RunProgram(std::string_view commandLine, int showCommand) override;
+    void ShellExecuteVerb(std::string_view verb, std::string_view file, std::string_view parameters,
+                          int showCommand) override;
     void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     [[nodiscard]] int ColourDepth() const override { return m_colourDepth; }
+    // A machine folder has no screen of its own: 1024 by 768 unless set.
+    [[nodiscard]] ScreenSize Screen() const override { return m_screen; }
 
     // Every call so far, one line each, such as "WM_SETTINGCHANGE 0x2e 0",
     // "SystemParametersInfo 0x57 0 null 0", "ExitWindowsEx 0x2 0xffffffff",
-    // "WinExec \"rundll32.exe ...\" 2", "WinHelp \"C:\\...\\Glyphmoor.hlp\" 0x105 \"Icon Cache\"".
+    // "WinExec \"rundll32.exe ...\" 2", "ShellExecute \"Open\" \"C:\\...\\Taskbar.exe\" \" /h\" 1",
+    // "SystemParametersInfo 0x49 8 {8, 1} 3", "WinHelp \"C:\\...\\Glyphmoor.hlp\" 0x105 \"Icon Cache\"".
     // Programs and help are recorded, never started: a machine folder has
     // neither its Windows programs nor a help viewer to run them.
     [[nodiscard]] const std::vector<std::string>& Calls() const { return m_calls; }
     void SetColourDepth(int bits) { m_colourDepth = bits; }
+    void SetScreen(ScreenSize screen) { m_screen = screen; }
     // When false (tests), documents are recorded but not opened.
     void SetOpensDocuments(bool opens) { m_opensDocuments = opens; }
 
 private:
     std::vector<std::string> m_calls;
     int m_colourDepth = 32;
+    ScreenSize m_screen{1024, 768};
     bool m_opensDocuments = true;
 };
 

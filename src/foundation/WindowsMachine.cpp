@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 // The system seam's methods share names with two of windows.h's macros.
 #undef SystemParametersInfo
 #undef ExitWindows
@@ -121,6 +123,12 @@ bool WindowsSystem::SystemParametersInfo(std::uint32_t action, std::uint32_t uiP
         std::string copy = *text;
         return ::SystemParametersInfoA(action, uiParam, copy.data(), winIni) != FALSE;
     }
+    if (const auto* animation = std::get_if<AnimationInfo>(&pvParam)) {
+        ANIMATIONINFO record{};
+        record.cbSize = sizeof record;
+        record.iMinAnimate = animation->minAnimate;
+        return ::SystemParametersInfoA(action, record.cbSize, &record, winIni) != FALSE;
+    }
     return ::SystemParametersInfoA(action, uiParam, nullptr, winIni) != FALSE;
 }
 
@@ -149,6 +157,14 @@ void WindowsSystem::RunProgram(std::string_view commandLine, int showCommand) {
     ::WinExec(line.c_str(), static_cast<UINT>(showCommand));
 }
 
+void WindowsSystem::ShellExecuteVerb(std::string_view verb, std::string_view file,
+                                     std::string_view parameters, int showCommand) {
+    const std::string v(verb);
+    const std::string f(file);
+    const std::string p(parameters);
+    ::ShellExecuteA(nullptr, v.c_str(), f.c_str(), p.c_str(), nullptr, showCommand);
+}
+
 void WindowsSystem::OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) {
     const std::string file(helpFile);
     const std::string keyword(data);
@@ -165,6 +181,13 @@ int WindowsSystem::ColourDepth() const {
     const int bits = ::GetDeviceCaps(screen, BITSPIXEL) * ::GetDeviceCaps(screen, PLANES);
     ::ReleaseDC(nullptr, screen);
     return bits;
+}
+
+ScreenSize WindowsSystem::Screen() const {
+    HDC screen = ::GetDC(nullptr);
+    const ScreenSize size{::GetDeviceCaps(screen, HORZRES), ::GetDeviceCaps(screen, VERTRES)};
+    ::ReleaseDC(nullptr, screen);
+    return size;
 }
 
 std::unique_ptr<Machine> OpenSystemMachine() {

@@ -31,9 +31,12 @@ public:
     void EnableShutdownPrivilege() override;
     void ExitWindows(std::uint32_t flags, std::uint32_t reserved) override;
     void RunProgram(std::string_view commandLine, int showCommand) override;
+    void ShellExecuteVerb(std::string_view verb, std::string_view file, std::string_view parameters,
+                          int showCommand) override;
     void OpenHelp(std::string_view helpFile, std::uint32_t command, std::string_view data) override;
     bool OpenDocument(std::string_view pathOrAddress) override;
     [[nodiscard]] int ColourDepth() const override;
+    [[nodiscard]] ScreenSize Screen() const override;
 };
 
 std::unique_ptr<Machine> OpenSystemMachine();

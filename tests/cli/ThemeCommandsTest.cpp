@@ -297,5 +297,32 @@ TEST_F(ThemeCommands, RefusesABundleThatIsNoZipArchiveAndWritesNothing) {
     EXPECT_FALSE(fs::exists(Host(m_library + "\\Broken")));
 }
 
+TEST_F(ThemeCommands, AddsThemesToFavoritesAndListsTheMenu) {
+    const std::string theme = Run({"theme", "save", m_library + "\\Sea"}).out;
+    ASSERT_FALSE(theme.empty());
+    const std::string favorites = m_machine->Env().ProgramDirectory() + "\\Favorites";
+    EXPECT_EQ(Run({"favorites", "new-folder", "Blue"}).out, favorites + "\\Blue\n");
+    const CliRun added =
+        Run({"favorites", "add", theme.substr(0, theme.size() - 1), "--in", "Blue", "--name", "Deep"});
+    EXPECT_EQ(added.status, 0) << added.err;
+    EXPECT_EQ(added.out, favorites + "\\Blue\\Deep.lnk\n");
+    EXPECT_EQ(Run({"favorites"}).out, "0\tfolder\tBlue\n1\tlink\tDeep\t" + theme);
+
+    const struct {
+        std::vector<std::string> args;
+        int status;
+    } refused[] = {
+        {{"favorites", "add", "C:\\gone.gmtheme"}, 1},
+        {{"favorites", "add", theme.substr(0, theme.size() - 1), "--in", "Blue", "--name", "Deep"}, 1},
+        {{"favorites", "add", theme.substr(0, theme.size() - 1), "--in"}, 2},
+        {{"favorites", "add", theme.substr(0, theme.size() - 1), "--to", "x"}, 2},
+        {{"favorites", "new-folder", "Blue"}, 1},
+    };
+    for (const auto& c : refused) {
+        EXPECT_EQ(Run(c.args).status, c.status) << c.args.back();
+    }
+    EXPECT_EQ(Run({"favorites"}).out, "0\tfolder\tBlue\n1\tlink\tDeep\t" + theme);
+}
+
 }  // namespace
 }  // namespace glyphmoor::test

@@ -11,6 +11,8 @@
 #include "themes/BundleZip.h"
 #include "themes/ThemeBundle.h"
 #include "themes/ThemeLibrary.h"
+#include "ui/favorites/frmAddFav.h"
+#include "ui/favorites/frmAddFolder.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/OpenMachine.h"
@@ -18,8 +20,10 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QtTest>
 
@@ -133,6 +137,72 @@ private slots:
         m_window.reset();
         m_machine.reset();
         m_dir.reset();
+    }
+
+    void aThemeAddedToFavoritesInAFolderOfItsOwnOpensFromTheMenu() {
+        const std::string theme = WriteTheme("Sea", "C:\\WINDOWS\\explorer.exe,2");
+        const std::string favorites = m_machine->Env().ProgramDirectory() + "\\Favorites";
+        std::filesystem::remove_all(Host(favorites));
+        // Without a selected theme the toolbar's Add to Favorites says so and opens nothing.
+        bool opened = false;
+        m_window->SetAddFavoriteRunner([&](frmAddFav&) {
+            opened = true;
+            return 0;
+        });
+        m_prompt->Answer({PromptAnswer::Press(0)});
+        QVERIFY(m_window->Dispatch("Add to Favorites"));
+        QVERIFY(!opened);
+        QCOMPARE(
+            m_prompt->Shown().back().text,
+            std::string("You must open or select a theme before it can be added to your Favorites menu."));
+
+        m_window->Themes().Refresh();
+        Click(QStringLiteral("Sea"));
+        m_window->SetAddFavoriteRunner([&](frmAddFav& dialog) {
+            auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("txtShortcut"));
+            [&] {
+                QCOMPARE(name->text(), QStringLiteral("Sea"));
+                QCOMPARE(name->selectedText(), QStringLiteral("Sea"));
+                QVERIFY(!dialog.findChild<QPushButton*>(QStringLiteral("cmdNew"))->isEnabled());
+            }();
+            name->setText(QStringLiteral("Deep Sea"));
+            dialog.findChild<QPushButton*>(QStringLiteral("cmdCreatein"))->click();
+            dialog.SetFolderDialogRunner([](frmAddFolder& folder) {
+                auto* ok = folder.findChild<QPushButton*>(QStringLiteral("cmdOK"));
+                const bool offWhileEmpty = !ok->isEnabled();
+                folder.findChild<QLineEdit*>(QStringLiteral("txtFolder"))->setText(QStringLiteral("Blue"));
+                if (offWhileEmpty && ok->isEnabled()) {
+                    ok->click();
+                }
+                return folder.result();
+            });
+            dialog.findChild<QPushButton*>(QStringLiteral("cmdNew"))->click();
+            if (const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR"); !dir.isEmpty()) {
+                std::filesystem::create_directories(dir.toStdString());
+                dialog.show();
+                dialog.grab().save(QString::fromUtf8(dir) + QStringLiteral("/add-favorite.png"));
+            }
+            dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+            return dialog.result();
+        });
+        QVERIFY(m_window->Dispatch("Theme_AddFav"));
+        QVERIFY(std::filesystem::is_regular_file(Host(favorites + "\\Blue\\Deep Sea.lnk")));
+
+        // The menu is made from the folder when it opens; its favourite opens the theme.
+        auto* menu = m_window->menuBar()->findChild<QMenu*>(QStringLiteral("mnuFav"));
+        QVERIFY(QMetaObject::invokeMethod(menu, "aboutToShow"));
+        QMenu* blue = nullptr;
+        for (QAction* action : menu->actions()) {
+            if (action->menu() != nullptr && action->text() == QStringLiteral("Blue")) {
+                blue = action->menu();
+            }
+        }
+        QVERIFY(blue != nullptr);
+        QCOMPARE(blue->actions().size(), 1);
+        QCOMPARE(blue->actions().front()->text(), QStringLiteral("Deep Sea"));
+        blue->actions().front()->trigger();
+        QCOMPARE(MyComputer().Text(), std::string("C:\\WINDOWS\\explorer.exe,2"));
+        QCOMPARE(m_window->State().currentTheme, theme);
     }
 
     void theFirstStartListsTheStarterThemesWithTheirPictures() {

@@ -12,6 +12,9 @@
 #include "ui/icons/IconsPage.h"
 #include "ui/main/WhatsThis.h"
 #include "ui/main/WindowPictures.h"
+#include "ui/tweaks/TweaksPage.h"
+
+#include "tweaks/TweakApply.h"
 #include "ui/themes/ThemesPage.h"
 
 #include <QCloseEvent>
@@ -69,6 +72,7 @@ Main::Main(Machine& machine, const StartRequest& request, Prompt* prompt)
     : m_machine(machine),
       m_app(InitEnvironment(machine.Env())),
       m_catalogue(machine.Registry(), m_app),
+      m_tweaks(machine.Registry(), m_app),
       m_ownPrompt(prompt == nullptr ? std::make_unique<WindowPrompt>(machine.Sys(), m_app.helpFile, this)
                                     : nullptr),
       m_prompt(prompt == nullptr ? m_ownPrompt.get() : prompt) {
@@ -112,12 +116,11 @@ void Main::BuildPages() {
     m_pages->addWidget(m_icons);
     m_folders = new FoldersPage(Messages(), m_machine, m_catalogue, m_pages);
     m_pages->addWidget(m_folders);
-    m_pages->addWidget(UnavailablePage(
-        "picContSub3", "tabShell",
-        {QStringLiteral("General"), QStringLiteral("Bootup"), QStringLiteral("Miscellaneous")},
-        {QStringLiteral("tvTweak"), QStringLiteral("txtTweak"), QStringLiteral("scrTweak"),
-         QStringLiteral("lblTweak")}));
+    m_tweakPage = new TweaksPage(Messages(), m_tweaks, m_pages);
+    m_pages->addWidget(m_tweakPage);
     connect(m_icons, &IconsPage::changed, this, &Main::PendingChanged);
+    connect(m_tweakPage, &TweaksPage::changed, this, &Main::PendingChanged);
+    connect(m_tweakPage, &TweaksPage::popupRequested, this, &Main::ShowShellPopup);
     ConnectThemesPage();
     connect(m_folders, &FoldersPage::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
@@ -176,6 +179,14 @@ void Main::StartUp(const StartRequest& request) {
 }
 
 Main::~Main() = default;
+
+DisplayCaps Main::DisplayNow() const {
+    const QScreen* screen = this->screen() != nullptr ? this->screen() : QGuiApplication::primaryScreen();
+    if (screen == nullptr) {
+        return {};
+    }
+    return DisplayCaps{screen->depth(), screen->geometry().width(), screen->geometry().height()};
+}
 
 QWidget* Main::BuildPageBar() {
     m_vMenu = new QTreeWidget(this);
@@ -253,6 +264,7 @@ void Main::ShowPage(Page page, int item) {
     }
     QWidget* container = m_pages->widget(static_cast<int>(page) - 1);
     if (page == Page::TweakShell) {
+        m_tweakPage->EnsureLoaded(DisplayNow());
         if (auto* tabs = container->findChild<QTabBar*>(QStringLiteral("tabShell"))) {
             tabs->setCurrentIndex(item);
         }
@@ -290,7 +302,14 @@ void Main::ApplyChanges() {
     // when their parts of the program are built in), then the icon cache is
     // rebuilt and a needed restart is offered.
     const BusyPointer busy;
-    ApplyIconChanges(m_catalogue, m_machine.Registry(), m_machine.Sys(), m_state, m_names);
+    const bool overlayMayChange = m_tweaks.GroupChanged("Explorer");
+    ApplyIconsAndTweaks(m_catalogue, m_tweaks, m_machine, m_state, m_names);
+    if (m_tweaks.Loaded()) {
+        m_tweakPage->Refresh();
+    }
+    if (overlayMayChange && m_catalogue.Built()) {
+        m_icons->RefreshAll();
+    }
     if (m_state.rebuildPending) {
         RebuildIcons();
         // Rebuilt: a later Apply of pointers alone does not rebuild again,

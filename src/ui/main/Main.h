@@ -13,6 +13,8 @@
 #include "icons/IconEditing.h"
 #include "prompts/Prompt.h"
 #include "prompts/modMsgbox.h"
+#include "themes/ThemeBundle.h"
+#include "tweaks/TweakTree.h"
 
 #include <QDialog>
 #include <QMainWindow>
@@ -37,7 +39,9 @@ class QTreeWidgetItem;
 namespace glyphmoor {
 
 class FoldersPage;
+class frmAddFav;
 class IconsPage;
+class TweaksPage;
 class ThemesPage;
 
 class Main final : public QMainWindow {
@@ -68,6 +72,10 @@ public:
     // "&Rebuild Icon Cache": the same, then the machine written back.
     void RebuildIconsAndSave();
 
+    // "Shl_Wht": the selected tweak's help text, as What's This shows it.
+    void ShowTweakHelp();
+    // Tests choose from the tweak tree's pop-up menu without showing it.
+    void SetPopupAnswer(std::function<void(QMenu&)> answer) { m_popupAnswer = std::move(answer); }
     // The theme commands (MainThemes.cpp). OpenTheme loads a theme file into
     // the catalogue for Apply (an empty path asks with the Open dialog first);
     // SaveTheme saves over the current theme after the overwrite question,
@@ -87,6 +95,17 @@ public:
         std::function<std::optional<std::string>(ThemeDialog, const std::string& proposed)>;
     void SetThemeFilePicker(ThemeFilePicker pick) { m_pickThemeFile = std::move(pick); }
 
+    // The favourites (MainFavorites.cpp): the menu made from the favourites
+    // folder, a favourite's theme opened, the Add Favorite dialog for the
+    // selected theme (else the current one, unless `selectedOnly`), and the
+    // folder opened with the desktop's handler.
+    void BuildFavoritesMenu(QMenu* menu);
+    void RefreshFavoritesMenu(QMenu* menu);
+    void OpenFavorite(const std::string& target);
+    void AddToFavorites(bool selectedOnly);
+    void OrganizeFavorites();
+    // How the Add Favorite dialog is shown; tests put their own.
+    void SetAddFavoriteRunner(std::function<int(frmAddFav&)> run) { m_runAddFavorite = std::move(run); }
     // Tests answer the undo dialog without showing it: true goes ahead.
     void SetUndoAnswer(std::function<bool(QDialog&)> answer) { m_undoAnswer = std::move(answer); }
 
@@ -95,6 +114,8 @@ public:
     [[nodiscard]] ThemesPage& Themes() { return *m_themes; }
     [[nodiscard]] FoldersPage& Folders() { return *m_folders; }
     [[nodiscard]] IconCatalogue& Catalogue() { return m_catalogue; }
+    [[nodiscard]] TweaksPage& TweakPage() { return *m_tweakPage; }
+    [[nodiscard]] TweakTree& Tweaks() { return m_tweaks; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -115,6 +136,10 @@ private:
     void RefreshRecentMenu();
     QAction* MenuItem(QMenu* menu, const QString& key, const QString& caption);
     void RestoreAllCommand(bool cursors);
+    // Tools, "Restore all &Settings": after its question, every tweak's default.
+    void RestoreSettingsCommand();
+    // The "Shell" pop-up menu of the tweak tree at a global position.
+    void ShowShellPopup(const QPoint& globalPosition);
     // Tools, "Undo all Glyphmoor changes": shows what returns, then returns it.
     void UndoAllCommand();
     // Opens an address with the desktop's handler; without one, says what
@@ -138,6 +163,8 @@ private:
                              const QStringList& controls);
     void PendingChanged();
     MsgContext Messages();
+    // The screen the window is on, as the tweak tree captures it.
+    [[nodiscard]] DisplayCaps DisplayNow() const;
     void RefreshCaption();
 
     Machine& m_machine;
@@ -145,6 +172,7 @@ private:
     AppState m_state;
     IconCatalogue m_catalogue;
     IconNameMarks m_names;
+    TweakTree m_tweaks;
     std::unique_ptr<Prompt> m_ownPrompt;
     Prompt* m_prompt;
 
@@ -154,11 +182,14 @@ private:
     IconsPage* m_icons = nullptr;
     ThemesPage* m_themes = nullptr;
     FoldersPage* m_folders = nullptr;
+    TweaksPage* m_tweakPage = nullptr;
     QMenu* m_mnuFile = nullptr;
     QPushButton* m_cmdApply = nullptr;
     std::map<std::string, QAction*, std::less<>> m_actions;
     std::function<bool(QDialog&)> m_undoAnswer;
+    std::function<void(QMenu&)> m_popupAnswer;
     ThemeFilePicker m_pickThemeFile;
+    std::function<int(frmAddFav&)> m_runAddFavorite;
 };
 
 }  // namespace glyphmoor

@@ -11,6 +11,9 @@
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/main/WhatsThis.h"
+#include "ui/tweaks/TweaksPage.h"
+
+#include "tweaks/TweakEditing.h"
 
 #include "foundation/Baseline.h"
 #include "ui/undo/frmUndoAll.h"
@@ -23,6 +26,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QWhatsThis>
 
 #include <functional>
@@ -77,10 +81,7 @@ void Main::BuildMenus() {
     tools->addSeparator();
     MenuItem(tools, QStringLiteral("mnuTools(6)"), QStringLiteral("&Undo all Glyphmoor changes..."));
 
-    QMenu* fav = bar->addMenu(QStringLiteral("&Favorites"));
-    fav->setObjectName(QStringLiteral("mnuFav"));
-    MenuItem(fav, QStringLiteral("mnuFav(0)"), QStringLiteral("&Organize Favorites..."))
-        ->setIcon(WindowPicture(Picture::Favorites, 16));
+    BuildFavoritesMenu(bar->addMenu(QStringLiteral("&Favorites")));
 
     QMenu* help = bar->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -102,11 +103,6 @@ void Main::BuildMenus() {
     help->addSeparator();
     MenuItem(help, QStringLiteral("mnuHelp(4)"), QStringLiteral("&About Glyphmoor"))
         ->setIcon(WindowPicture(Picture::About, 16));
-
-    // Commands of parts of the program not in this build.
-    for (const char* key : {"mnuTools(0)", "mnuFav(0)"}) {
-        m_actions.at(key)->setEnabled(false);
-    }
 }
 
 void Main::RefreshRecentMenu() {
@@ -185,7 +181,8 @@ void Main::BuildToolbar() {
             action->setWhatsThis(WhatsThisText(key));
             connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
             const auto item = m_actions.find(key);
-            action->setEnabled(key == "cmdHelp" || (item != m_actions.end() && item->second->isEnabled()));
+            action->setEnabled(key == "cmdHelp" || key == "Add to Favorites" ||
+                               (item != m_actions.end() && item->second->isEnabled()));
         }
         action->setObjectName(QStringLiteral("tbMain(%1)").arg(position++));
     }
@@ -253,7 +250,15 @@ void Main::FillPopup(QMenu* menu, PopupContext context) {
 }
 
 bool Main::Dispatch(std::string_view key) {
-    static const std::array<Command, 16> commands = {{
+    static const std::array<Command, 28> commands = {{
+        {"mnuTools(0)", [](Main& w) { w.RestoreSettingsCommand(); }},
+        {"Shl_Tgl", [](Main& w) { w.TweakPage().ToggleSelected(); }},
+        {"Edit", [](Main& w) { w.TweakPage().EditSelected(); }},
+        {"Shl_Exp", [](Main& w) { w.TweakPage().ExpandSelected(true); }},
+        {"Shl_Col", [](Main& w) { w.TweakPage().ExpandSelected(false); }},
+        {"Shl_ExpA", [](Main& w) { w.TweakPage().ExpandAll(true); }},
+        {"Shl_ColA", [](Main& w) { w.TweakPage().ExpandAll(false); }},
+        {"Shl_Wht", [](Main& w) { w.ShowTweakHelp(); }},
         {"Theme_Package", [](Main& w) { w.PackageTheme(); }},
         {"mnuFile(0)", [](Main& w) { w.OpenTheme(""); }},
         {"mnuFile(2)", [](Main& w) { w.SaveTheme(); }},
@@ -270,6 +275,10 @@ bool Main::Dispatch(std::string_view key) {
         {"mnuHelpsub(3)", [](Main& w) { w.OpenAddress(kMoreThemes); }},
         {"mnuHelp(4)", [](Main& w) { w.ShowAbout(); }},
         {"cmdHelp", [](Main& w) { ShowHelpTopic("Contents", &w); }},
+        {"mnuFav(0)", [](Main& w) { w.OrganizeFavorites(); }},
+        {"mnuFav(1)", [](Main& w) { w.AddToFavorites(false); }},
+        {"Add to Favorites", [](Main& w) { w.AddToFavorites(true); }},
+        {"Theme_AddFav", [](Main& w) { w.AddToFavorites(true); }},
     }};
     for (const Command& command : commands) {
         if (command.key == key) {
@@ -282,10 +291,10 @@ bool Main::Dispatch(std::string_view key) {
         RefreshCaption();
         return true;
     }
-    // The tweak tree and the favourites are not in this build: their keys
-    // ("Shl_Wht", "Shl_Tgl" ..., "Theme_AddFav") do nothing
-    // yet. The pop-up item "&What's This?" carries the key "Shl_Whats", which
-    // the handler does not know.
+    // The startup lists are not in this build: their keys ("Shl_Del",
+    // "Shl_New") do nothing yet. The pop-up items "&Details" and "&What's
+    // This?" carry the keys "Theme_VDetails" and "Shl_Whats", which the
+    // handler does not know: they do nothing, as the program has always done.
     return false;
 }
 
@@ -314,6 +323,36 @@ void Main::RestoreAllCommand(bool cursors) {
     ShowPage(Page::IconsAndCursors, cursors ? 6 : m_icons->ActiveGroup() - 1);
     m_icons->RefreshAll();
     PendingChanged();
+}
+
+void Main::RestoreSettingsCommand() {
+    MsgContext messages = Messages();
+    if (MsgConfirmRestoreSettings(messages) != kRestoreSettingsOk) {
+        return;
+    }
+    m_tweakPage->EnsureLoaded(DisplayNow());
+    RestoreTweakDefaults(m_tweaks, m_state);
+    m_tweakPage->Refresh();
+    PendingChanged();
+}
+
+void Main::ShowShellPopup(const QPoint& globalPosition) {
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("mnuShell"));
+    FillPopup(&menu, PopupContext::Shell);
+    if (m_popupAnswer) {
+        m_popupAnswer(menu);
+        return;
+    }
+    menu.exec(globalPosition);
+}
+
+void Main::ShowTweakHelp() {
+    const QString text = m_tweakPage->SelectedHelp();
+    if (!text.isEmpty()) {
+        QWhatsThis::showText(m_tweakPage->Tree()->mapToGlobal(m_tweakPage->Tree()->rect().center()), text,
+                             m_tweakPage->Tree());
+    }
 }
 
 void Main::UndoAllCommand() {

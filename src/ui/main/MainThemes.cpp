@@ -12,6 +12,7 @@
 #include "themes/ThemeLibrary.h"
 #include "ui/BusyPointer.h"
 #include "ui/MachineFilePicker.h"
+#include "ui/WorkProgress.h"
 #include "ui/icons/IconsPage.h"
 #include "ui/main/Main.h"
 #include "ui/themes/ThemesPage.h"
@@ -71,12 +72,6 @@ void Main::ConnectThemesPage() {
     connect(m_themes, &ThemesPage::popupRequested, this, [this](const QPoint& at) {
         QMenu menu(this);
         FillPopup(&menu, PopupContext::Themes);
-        // Favourites are not in this build.
-        for (QAction* action : menu.actions()) {
-            if (action->objectName() == QStringLiteral("Theme_AddFav")) {
-                action->setEnabled(false);
-            }
-        }
         menu.exec(at);
     });
 }
@@ -153,7 +148,13 @@ void Main::OpenBundle(const std::string& path) {
                 return OverwriteAnswer::Stop;
         }
     };
-    const auto unpacked = UnpackBundle(m_machine, m_app.machine.HostPath(path), question);
+    // The unpack runs beside the window, which shows its progress; its questions come back here.
+    const auto unpacked = RunWithProgress<Result<UnpackReport>>(
+        this, QStringLiteral("Unpacking %1...").arg(QString::fromStdString(path)), [&] {
+            return UnpackBundle(m_machine, m_app.machine.HostPath(path), [&](std::string_view file) {
+                return AskOnWindowThread<OverwriteAnswer>([&] { return question(file); });
+            });
+        });
     if (!unpacked.ok()) {
         ShowThemeProblem("The Glyphbundle " + path + " was not opened: " + unpacked.reason());
         return;
@@ -187,10 +188,9 @@ void Main::PackageTheme() {
     if (!IsBundlePath(*picked)) {
         *picked += kBundleExtension;
     }
-    const auto packed = [&] {
-        const BusyPointer busy;
-        return PackTheme(m_app, m_state.currentTheme, m_app.machine.HostPath(*picked));
-    }();
+    const auto packed = RunWithProgress<Result<PackReport>>(
+        this, QStringLiteral("Packaging %1...").arg(QString::fromStdString(*picked)),
+        [&] { return PackTheme(m_app, m_state.currentTheme, m_app.machine.HostPath(*picked)); });
     if (!packed.ok()) {
         ShowThemeProblem("Glyphmoor could not package the theme: " + packed.reason());
         return;

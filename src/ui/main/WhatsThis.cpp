@@ -13,7 +13,7 @@ struct Text {
     const char* text;
 };
 
-constexpr std::array<Text, 50> kTexts = {{
+constexpr std::array<Text, 51> kTexts = {{
     // The commands of the menus and the toolbar.
     {"mnuFile(0)", "Opens a theme file and loads its icons and pointers for a preview."},
     {"mnuFile(2)", "Saves the icons shown now into the current theme file, with a copy of each icon."},
@@ -27,7 +27,9 @@ constexpr std::array<Text, 50> kTexts = {{
     {"mnuTools(6)",
      "Shows every value and file Glyphmoor changed on this machine, then gives the machine back what it "
      "held before Glyphmoor first changed it."},
-    {"mnuFav(0)", "Arranges the themes on the Favorites menu in folders."},
+    {"mnuFav(0)",
+     "Opens the favourites folder, where you arrange the themes of the Favorites menu in folders."},
+    {"mnuFav(1)", "Places the selected theme, or else the theme you opened, on the Favorites menu."},
     {"mnuHelp(0)", "Opens the help's contents and index."},
     {"mnuHelp(1)", "Click this, then any control, to read what the control does."},
     {"mnuHelpsub(0)", "Opens Glyphmoor's web site in your web browser."},
