@@ -145,7 +145,8 @@ constexpr std::array<CliCommand, 42> kCommands = {{
     {"tweaks restore-defaults", "--yes",
      "puts every tweak back to its default and applies; asks for --yes first",
      "Without --yes it shows the window's question on the error stream and changes nothing. The\n"
-     "taskbar, the shortcut overlay, the cascading menus and \"Delay Until Clicked\" keep their state.",
+     "taskbar, the shortcut overlay, the cascading menus and \"Delay Until Clicked\" keep their state.\n"
+     "On a Wine prefix the default is what the prefix held before Glyphmoor first changed it.",
      0, 1, kMachine, TweaksRestoreDefaults},
     {"folder-icon show", "PATH",
      "prints a folder's or drive's own icon: file, TAB, index; or \"Windows Default Icon\"",

@@ -1,6 +1,7 @@
 #include "cli/IconFileCommands.h"
 
 #include "foundation/FileIo.h"
+#include "foundation/TextEncoding.h"
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/cResources.h"
 #include "iconfiles/modResource.h"
@@ -22,15 +23,6 @@ std::optional<int> ParseInt(const std::string& text) {
         return std::nullopt;
     }
     return value;
-}
-
-std::string Lower(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return text;
 }
 
 // The icon's best image for `size` pixels as a PNG file; the exit status.
@@ -129,7 +121,7 @@ int CmdExtract(CliContext& c, CommandArgs args) {
         return 2;
     }
     const std::filesystem::path outFile = positional[2];
-    const std::string extension = Lower(outFile.extension().string());
+    const std::string extension = LowerAscii(outFile.extension().string());
     if (extension != ".ico" && extension != ".png") {
         c.err << outFile.string() << ": OUT must end in .ico or .png\n";
         return 2;

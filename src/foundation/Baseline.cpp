@@ -25,10 +25,7 @@ constexpr std::string_view kDataName = "Data";
 
 // Lower-cased, as the registry compares names.
 std::string Folded(std::string_view text) {
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return out;
+    return LowerAscii(text);
 }
 
 std::string ValueId(std::string_view keyPath, std::string_view name) {

@@ -231,4 +231,18 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
     return CompareNoCase(a, b) == 0;
 }
 
+std::string LowerAscii(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
+    return lower;
+}
+
+bool EndsWithNoCase(std::string_view text, std::string_view end) {
+    return text.size() > end.size() && EqualsNoCase(text.substr(text.size() - end.size()), end);
+}
+
 }  // namespace glyphmoor

@@ -33,6 +33,11 @@ std::u16string BytesToUtf16(std::string_view bytes);
 // ASCII and Latin-1 letters are folded.
 int CompareNoCase(std::string_view a, std::string_view b);
 bool EqualsNoCase(std::string_view a, std::string_view b);
+// ASCII letters lower-cased, every other byte as it is (so UTF-8 stays valid).
+std::string LowerAscii(std::string_view text);
+// True when `text` is longer than `end` and ends in it, without regard to case
+// (a file name with that extension, say).
+bool EndsWithNoCase(std::string_view text, std::string_view end);
 char16_t FoldCase(char16_t c);
 
 }  // namespace glyphmoor

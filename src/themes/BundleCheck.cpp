@@ -1,6 +1,7 @@
 #include "themes/BundleCheck.h"
 
 #include "foundation/ByteReader.h"
+#include "foundation/TextEncoding.h"
 
 #include <algorithm>
 #include <array>
@@ -127,16 +128,6 @@ bool NamesParentFolder(std::string_view name) {
         start = end + 1;
     }
     return false;
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    for (char& ch : lower) {
-        if (ch >= 'A' && ch <= 'Z') {
-            ch = static_cast<char>(ch - 'A' + 'a');
-        }
-    }
-    return lower;
 }
 
 // One central-directory header and what the check needs of it.

@@ -21,10 +21,6 @@ namespace fs = std::filesystem;
 // Deeper folders than this are not listed: a menu that deep is of no use.
 constexpr int kMaxMenuDepth = 16;
 
-bool EndsWithNoCase(std::string_view text, std::string_view end) {
-    return text.size() > end.size() && EqualsNoCase(text.substr(text.size() - end.size()), end);
-}
-
 std::string FileNameOf(std::string_view path) {
     const auto slash = path.rfind('\\');
     return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));

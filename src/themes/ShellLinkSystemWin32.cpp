@@ -64,13 +64,18 @@ Failure ComFailure(std::string_view what, HRESULT hr) {
     return Fail(std::string(what) + " (HRESULT 0x" + std::to_string(static_cast<unsigned long>(hr)) + ")");
 }
 
+// A new shell link object of the system.
+HRESULT MakeShellLink(ComPtr<IShellLinkW>& shellLink) {
+    return CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                            reinterpret_cast<void**>(shellLink.Out()));
+}
+
 }  // namespace
 
 Status SaveSystemShellLink(const std::filesystem::path& file, const ShellLink& link) {
     const ComScope com;
     ComPtr<IShellLinkW> shellLink;
-    HRESULT hr = CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
-                                  reinterpret_cast<void**>(shellLink.Out()));
+    HRESULT hr = MakeShellLink(shellLink);
     if (FAILED(hr)) {
         return ComFailure("the shell's link object cannot be made", hr);
     }
@@ -100,8 +105,7 @@ Status SaveSystemShellLink(const std::filesystem::path& file, const ShellLink& l
 Result<ShellLink> LoadSystemShellLink(const std::filesystem::path& file) {
     const ComScope com;
     ComPtr<IShellLinkW> shellLink;
-    HRESULT hr = CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
-                                  reinterpret_cast<void**>(shellLink.Out()));
+    HRESULT hr = MakeShellLink(shellLink);
     if (FAILED(hr)) {
         return ComFailure("the shell's link object cannot be made", hr);
     }

@@ -17,9 +17,7 @@
 namespace glyphmoor {
 
 Status CheckThemeFile(const Environment& machine, std::string_view path) {
-    const bool isTheme = path.size() > kThemeExtension.size() &&
-                         EqualsNoCase(path.substr(path.size() - kThemeExtension.size()), kThemeExtension);
-    if (!isTheme) {
+    if (!EndsWithNoCase(path, kThemeExtension)) {
         return Fail("The file " + std::string(path) + " does not appear to be a valid theme file.");
     }
     std::error_code ec;

@@ -30,8 +30,7 @@ std::string BundleOverwriteQuestion(std::string_view windowsPath) {
 }
 
 bool IsBundlePath(std::string_view path) {
-    return path.size() > kBundleExtension.size() &&
-           EqualsNoCase(path.substr(path.size() - kBundleExtension.size()), kBundleExtension);
+    return EndsWithNoCase(path, kBundleExtension);
 }
 
 Result<std::vector<std::string>> BundleFileList(const AppEnvironment& app, std::string_view themePath) {

@@ -9,6 +9,7 @@
 #include "themes/ThemeLibrary.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <optional>
 #include <random>
@@ -23,15 +24,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view kUnpackPrefix = ".unpack-";
 
 bool IsThemeName(std::string_view name) {
-    return name.size() > kThemeExtension.size() &&
-           EqualsNoCase(name.substr(name.size() - kThemeExtension.size()), kThemeExtension);
-}
-
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char ch) { return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch; });
-    return lower;
+    return EndsWithNoCase(name, kThemeExtension);
 }
 
 // The entry of `folder` named `name` without regard to case, as Windows and
@@ -57,12 +50,16 @@ Status WriteNewFile(const fs::path& file, const std::string& contents) {
     return {};
 }
 
-// Folders left by an unpack that was killed before it ended.
+// Folders left by an unpack that was killed before it ended: an hour old at
+// least, so an unpack another process is doing meanwhile keeps its folder.
 void RemoveLeftovers(const fs::path& library) {
     std::error_code ec;
     std::vector<fs::path> leftovers;
+    const auto anHourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (const auto& entry : fs::directory_iterator(library, ec)) {
-        if (entry.path().filename().string().starts_with(kUnpackPrefix)) {
+        std::error_code timeError;
+        if (entry.path().filename().string().starts_with(kUnpackPrefix) &&
+            entry.last_write_time(timeError) < anHourAgo && !timeError) {
             leftovers.push_back(entry.path());
         }
     }

@@ -8,16 +8,6 @@ namespace glyphmoor {
 
 namespace {
 
-std::string Lowered(std::string_view text) {
-    std::string out(text);
-    for (char& c : out) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return out;
-}
-
 // The name part of a path: what follows its last backslash.
 std::string FileNameOf(std::string_view path) {
     const auto slash = path.rfind('\\');
@@ -57,7 +47,7 @@ void LoadThemeFile(IconCatalogue& catalogue, AppState& state, std::string_view p
 std::string WithThemeExtension(std::string_view path) {
     std::string out(path);
     if (out.size() < kThemeExtension.size() ||
-        Lowered(std::string_view(out).substr(out.size() - kThemeExtension.size())) != kThemeExtension) {
+        LowerAscii(std::string_view(out).substr(out.size() - kThemeExtension.size())) != kThemeExtension) {
         out += kThemeExtension;
     }
     return out;
@@ -68,7 +58,7 @@ std::string ThemePlacement(std::string_view path, std::string_view programDirect
     const std::string themeDir = ThemeDirOf(path, currentDirectory);
     const std::string fileName = FileNameOf(path);
     const std::string library = std::string(programDirectory) + "\\Themes\\";
-    if (Lowered(themeDir) != Lowered(library)) {
+    if (LowerAscii(themeDir) != LowerAscii(library)) {
         return themeDir + fileName;
     }
     const auto dot = fileName.rfind('.');

@@ -15,8 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 bool IsThemeFile(std::string_view name) {
-    return name.size() > kThemeExtension.size() &&
-           EqualsNoCase(name.substr(name.size() - kThemeExtension.size()), kThemeExtension);
+    return EndsWithNoCase(name, kThemeExtension);
 }
 
 // The names of a folder's entries of one kind, sorted.

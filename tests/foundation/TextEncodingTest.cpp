@@ -55,6 +55,11 @@ TEST(TextEncoding, NamesCompareWithoutCase) {
     EXPECT_LT(CompareNoCase("a_", "aZ"), 0);
     EXPECT_LT(CompareNoCase("GB2312", "GB_2312-80"), 0);
     EXPECT_LT(CompareNoCase("GB_2312-80", "GBK"), 0);
+    // Lower-casing touches ASCII letters only, so UTF-8 stays valid.
+    EXPECT_EQ(LowerAscii("C:\\Th\xC3\x89MES\\Sea.GMTHEME"), "c:\\th\xC3\x89mes\\sea.gmtheme");
+    EXPECT_TRUE(EndsWithNoCase("Sea.GmTheme", ".gmtheme"));
+    EXPECT_FALSE(EndsWithNoCase(".gmtheme", ".gmtheme"));  // a name, not just the extension
+    EXPECT_FALSE(EndsWithNoCase("Sea.zip", ".gmtheme"));
 }
 
 }  // namespace

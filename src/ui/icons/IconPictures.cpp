@@ -45,13 +45,7 @@ bool IsIconFile(std::span<const std::byte> bytes) {
 
 // Windows paths name the same file in any case.
 std::string CacheKey(std::string_view path) {
-    std::string key(path);
-    for (char& ch : key) {
-        if (ch >= 'A' && ch <= 'Z') {
-            ch = static_cast<char>(ch - 'A' + 'a');
-        }
-    }
-    return key;
+    return LowerAscii(path);
 }
 
 }  // namespace

@@ -41,13 +41,7 @@ std::string ExtensionOf(std::string_view path) {
     const auto slash = path.find_last_of("\\/");
     const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
     const auto dot = name.rfind('.');
-    std::string extension(dot == std::string_view::npos ? std::string_view{} : name.substr(dot + 1));
-    for (char& c : extension) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return extension;
+    return LowerAscii(dot == std::string_view::npos ? std::string_view{} : name.substr(dot + 1));
 }
 
 // A theme's base name: its file name without the extension.
