@@ -1,6 +1,7 @@
 #include "foundation/Hive.h"
 
 #include "foundation/TextEncoding.h"
+#include "foundation/WineRegistryText.h"
 
 #include <algorithm>
 #include <chrono>
@@ -43,10 +44,22 @@ int CompareRegistryNames(std::string_view a, std::string_view b) {
 }
 
 std::uint64_t FileTimeNow() {
-    constexpr std::uint64_t kUnixEpochAsFileTime = 116444736000000000ULL;
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const auto ticks = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count() / 100;
     return kUnixEpochAsFileTime + static_cast<std::uint64_t>(ticks);
+}
+
+std::vector<HiveValue>& HiveKey::Values() {
+    if (!unreadValues.empty()) {
+        const std::string_view lines = unreadValues;
+        unreadValues = {};
+        ReadCheckedValues(lines, *this);
+    }
+    return m_values;
+}
+
+const std::vector<HiveValue>& HiveKey::Values() const {
+    return const_cast<HiveKey*>(this)->Values();  // NOLINT(cppcoreguidelines-pro-type-const-cast)
 }
 
 bool HiveKey::IsLink() const {
@@ -62,6 +75,7 @@ HiveKey* HiveKey::FindSubkey(std::string_view subkeyName) const {
 }
 
 const HiveValue* HiveKey::FindValue(std::string_view valueName) const {
+    const auto& values = Values();
     auto it = LowerBound(values, valueName, ValueName);
     if (it != values.end() && CompareRegistryNames(it->name, valueName) == 0) {
         return &*it;
@@ -95,6 +109,7 @@ HiveValue& HiveKey::SetValue(std::string_view valueName, RegValue value, bool* c
     if (created != nullptr) {
         *created = true;
     }
+    auto& values = Values();
     if (values.empty() || CompareRegistryNames(values.back().name, valueName) < 0) {
         values.push_back(HiveValue{std::string(valueName), std::move(value), {}});
         return values.back();
@@ -112,6 +127,7 @@ HiveValue& HiveKey::SetValue(std::string_view valueName, RegValue value, bool* c
 }
 
 bool HiveKey::DeleteValue(std::string_view valueName) {
+    auto& values = Values();
     auto it = LowerBound(values, valueName, ValueName);
     if (it != values.end() && CompareRegistryNames(it->name, valueName) == 0) {
         values.erase(it);

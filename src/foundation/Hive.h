@@ -5,6 +5,12 @@
 // in which they are enumerated and saved. Each key and value remembers the text
 // it was read from, so that a file saved without changes to a key gives that
 // key's lines back byte for byte.
+//
+// The values of most keys stay text until they are first asked for: the
+// reader checks their lines and leaves them in the key (unreadValues), and
+// Values() reads them then. A large hive so loads in little more than the
+// time its lines take to check, and a save writes untouched keys back as the
+// text they are.
 #pragma once
 
 #include "foundation/RegistryStore.h"
@@ -37,7 +43,9 @@ struct HiveKey {
     std::string name;
     HiveKey* parent = nullptr;
     std::vector<std::unique_ptr<HiveKey>> subkeys;
-    std::vector<HiveValue> values;
+    // Lines of the key's section whose values are not read yet (each checked,
+    // no name twice); Values() reads them.
+    std::string_view unreadValues;
 
     // What the loaded file said of this key.
     bool hasSection = false;              // the file had a [section] for it
@@ -48,6 +56,9 @@ struct HiveKey {
     std::vector<std::string> otherLines;  // lines inside the section that are not understood
     std::uint64_t modified = 0;           // last change as a FILETIME (100 ns since 1601)
 
+    // The key's values in Wine's order, read from unreadValues the first time.
+    std::vector<HiveValue>& Values();
+    [[nodiscard]] const std::vector<HiveValue>& Values() const;
     [[nodiscard]] bool IsLink() const;
     [[nodiscard]] HiveKey* FindSubkey(std::string_view subkeyName) const;
     [[nodiscard]] const HiveValue* FindValue(std::string_view valueName) const;
@@ -59,6 +70,9 @@ struct HiveKey {
     bool DeleteSubkey(std::string_view subkeyName);
     // The path from the hive's root, components joined by a backslash.
     [[nodiscard]] std::string Path() const;
+
+private:
+    mutable std::vector<HiveValue> m_values;
 };
 
 // Wine's name order: compared without case over the common length, then the

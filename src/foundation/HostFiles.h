@@ -59,4 +59,20 @@ using ChunkWriter = std::function<std::size_t(std::FILE*, std::string_view)>;
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
                                const ChunkWriter& write);
 
+// The first half of SaveFileTransactionally, for files that are replaced
+// together (FileJournal.h): `bytes` written into a new file beside the file
+// `path` stands for, flushed to the disk, with the old file's permissions and
+// attributes, but not yet renamed over it.
+struct StagedFile {
+    std::filesystem::path staged;  // the new file
+    std::filesystem::path target;  // the file it replaces, links followed
+};
+Result<StagedFile> StageFile(const std::filesystem::path& path, std::string_view bytes,
+                             const ChunkWriter& write);
+// The second half: renames the staged file over its target.
+Status PutStagedInPlace(const StagedFile& file);
+// Makes the renames in a folder durable (nothing on Windows, whose renames
+// are written through).
+void SyncFolder(const std::filesystem::path& folder);
+
 }  // namespace glyphmoor

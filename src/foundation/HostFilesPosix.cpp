@@ -161,19 +161,10 @@ void RemoveLeftovers(const std::filesystem::path& folder, const std::string& nam
     }
 }
 
-// Makes a rename in the folder durable.
-void SyncFolder(const std::filesystem::path& folder) {
-    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
-    }
-}
-
 }  // namespace
 
-Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
-                               const ChunkWriter& write) {
+Result<StagedFile> StageFile(const std::filesystem::path& given, std::string_view bytes,
+                             const ChunkWriter& write) {
     const std::filesystem::path path = ThroughLinks(given);
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
@@ -190,34 +181,60 @@ Status SaveFileTransactionally(const std::filesystem::path& given, std::string_v
         return Fail("Cannot write " + temp.string());
     }
 
-    auto abandon = [&](const std::string& reason) -> Status {
+    // The reason a write failed is the system's own when it gave one, so that
+    // a full disk says so ("No space left on device").
+    auto abandon = [&](const std::string& what) -> Failure {
+        const int error = errno;
         std::fclose(file);
         ::unlink(temp.c_str());
-        return Fail(reason);
+        return Fail(error != 0 ? what + ": " + ErrnoText(error) : what);
     };
 
     constexpr std::size_t kChunk = 4096;
     for (std::size_t offset = 0; offset < bytes.size(); offset += kChunk) {
         const std::string_view chunk = bytes.substr(offset, kChunk);
+        errno = 0;
         if (write(file, chunk) != chunk.size()) {
             return abandon("Writing " + path.string() + " failed");
         }
     }
+    errno = 0;
     if (std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0) {
-        return abandon("Writing " + path.string() + " failed: " + ErrnoText(errno));
+        return abandon("Writing " + path.string() + " failed");
     }
 
     KeepPermissions(path, ::fileno(file));
     if (std::fclose(file) != 0) {
-        ::unlink(temp.c_str());
-        return Fail("Writing " + path.string() + " failed: " + ErrnoText(errno));
-    }
-    if (::rename(temp.c_str(), path.c_str()) != 0) {
         const int error = errno;
         ::unlink(temp.c_str());
-        return Fail("Cannot replace " + path.string() + ": " + ErrnoText(error));
+        return Fail("Writing " + path.string() + " failed: " + ErrnoText(error));
     }
-    SyncFolder(folder);
+    return StagedFile{temp, path};
+}
+
+Status PutStagedInPlace(const StagedFile& file) {
+    if (::rename(file.staged.c_str(), file.target.c_str()) != 0) {
+        return Fail("Cannot replace " + file.target.string() + ": " + ErrnoText(errno));
+    }
+    return {};
+}
+
+void SyncFolder(const std::filesystem::path& folder) {
+    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir >= 0) {
+        ::fsync(dir);
+        ::close(dir);
+    }
+}
+
+Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const StagedFile staged = TRY(StageFile(given, bytes, write));
+    if (Status put = PutStagedInPlace(staged); !put) {
+        ::unlink(staged.staged.c_str());
+        return put;
+    }
+    SyncFolder(staged.target.has_parent_path() ? staged.target.parent_path() : std::filesystem::path("."));
     return {};
 }
 

@@ -30,8 +30,8 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
     });
 }
 
-Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
-                               const ChunkWriter& write) {
+Result<StagedFile> StageFile(const std::filesystem::path& path, std::string_view bytes,
+                             const ChunkWriter& write) {
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
     std::random_device random;
@@ -44,7 +44,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
     if (file == nullptr) {
         return Fail("Cannot create a file in " + folder.string());
     }
-    auto abandon = [&](const std::string& reason) -> Status {
+    auto abandon = [&](const std::string& reason) -> Failure {
         std::fclose(file);
         ::DeleteFileW(temp.c_str());
         return Fail(reason);
@@ -60,20 +60,36 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
         return abandon("Writing " + path.string() + " failed");
     }
     std::fclose(file);
+    return StagedFile{temp, path};
+}
+
+Status PutStagedInPlace(const StagedFile& file) {
     // The new file takes over the old one's attributes.
-    const DWORD old = ::GetFileAttributesW(path.c_str());
+    const DWORD old = ::GetFileAttributesW(file.target.c_str());
     if (old != INVALID_FILE_ATTRIBUTES) {
         if ((old & FILE_ATTRIBUTE_READONLY) != 0) {
-            ::SetFileAttributesW(path.c_str(), old & ~DWORD{FILE_ATTRIBUTE_READONLY});
+            ::SetFileAttributesW(file.target.c_str(), old & ~DWORD{FILE_ATTRIBUTE_READONLY});
         }
-        ::SetFileAttributesW(temp.c_str(), old);
+        ::SetFileAttributesW(file.staged.c_str(), old);
     }
-    if (!::MoveFileExW(temp.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        ::DeleteFileW(temp.c_str());
+    if (!::MoveFileExW(file.staged.c_str(), file.target.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
         if (old != INVALID_FILE_ATTRIBUTES) {
-            ::SetFileAttributesW(path.c_str(), old);
+            ::SetFileAttributesW(file.target.c_str(), old);
         }
-        return Fail("Cannot replace " + path.string());
+        return Fail("Cannot replace " + file.target.string());
+    }
+    return {};
+}
+
+void SyncFolder(const std::filesystem::path& /*folder*/) {}
+
+Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
+                               const ChunkWriter& write) {
+    const StagedFile staged = TRY(StageFile(path, bytes, write));
+    if (Status put = PutStagedInPlace(staged); !put) {
+        ::DeleteFileW(staged.staged.c_str());
+        return put;
     }
     return {};
 }

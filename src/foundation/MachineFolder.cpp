@@ -74,6 +74,10 @@ fs::path MachineFolder::LockFile() const {
     return m_dir;
 }
 
+fs::path MachineFolder::JournalFile() const {
+    return m_dir / ".glyphmoor-journal";
+}
+
 fs::path MachineFolder::DriveRoot(char letter) const {
     const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
     fs::path mapped = m_dir / "dosdevices" / (std::string(1, lower) + ":");

@@ -26,6 +26,10 @@ public:
     [[nodiscard]] std::filesystem::path HiveFile(HiveId hive) const;
     // What saves lock: the folder itself (see FileLock).
     [[nodiscard]] std::filesystem::path LockFile() const;
+    // The journal that lets the hives of one save change together
+    // (FileJournal.h); it is there only while a save is under way or after
+    // one was killed. Wine does not read it.
+    [[nodiscard]] std::filesystem::path JournalFile() const;
 
     // The root folder of a drive letter: dosdevices/x: when Wine maps it, and
     // drive_c for C: otherwise.

@@ -1,5 +1,6 @@
 #include "foundation/MachineRegistry.h"
 
+#include "foundation/FileJournal.h"
 #include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/WineRegistryText.h"
@@ -111,27 +112,51 @@ Result<MachineRegistry::LoadedHive> MachineRegistry::LoadHive(const std::filesys
     return loaded;
 }
 
-Result<std::unique_ptr<MachineRegistry>> MachineRegistry::Load(const MachineFolder& folder) {
-    std::unique_ptr<MachineRegistry> registry(new MachineRegistry(folder));
-    auto machine = TRY(LoadHive(folder.HiveFile(HiveId::Machine), "\\\\Machine"));
+Status MachineRegistry::LoadAll() {
+    auto machine = TRY(LoadHive(m_folder.HiveFile(HiveId::Machine), "\\\\Machine"));
     const std::string arch = ArchOf(machine.hive.preamble);
-    registry->m_hives[static_cast<std::size_t>(HiveId::Machine)] = std::move(machine);
+    HiveOf(HiveId::Machine) = std::move(machine);
 
-    auto user = TRY(
-        LoadHive(folder.HiveFile(HiveId::User), std::string("\\\\User\\\\") + std::string(kDefaultUserSid)));
+    auto user = TRY(LoadHive(m_folder.HiveFile(HiveId::User),
+                             std::string("\\\\User\\\\") + std::string(kDefaultUserSid)));
     const std::string userRoot = RelativeRootOf(user.hive.preamble);
     const auto sidPos = userRoot.rfind('\\');
-    registry->m_userSid =
-        sidPos == std::string::npos ? std::string(kDefaultUserSid) : userRoot.substr(sidPos + 1);
-    registry->m_hives[static_cast<std::size_t>(HiveId::User)] = std::move(user);
+    m_userSid = sidPos == std::string::npos ? std::string(kDefaultUserSid) : userRoot.substr(sidPos + 1);
+    HiveOf(HiveId::User) = std::move(user);
 
-    auto defaultUser = TRY(LoadHive(folder.HiveFile(HiveId::DefaultUser), "\\\\User\\\\.Default"));
-    registry->m_hives[static_cast<std::size_t>(HiveId::DefaultUser)] = std::move(defaultUser);
+    HiveOf(HiveId::DefaultUser) =
+        TRY(LoadHive(m_folder.HiveFile(HiveId::DefaultUser), "\\\\User\\\\.Default"));
 
     // A hive made anew takes the architecture of the machine's.
-    for (auto& loaded : registry->m_hives) {
+    for (auto& loaded : m_hives) {
         if (!loaded.stamp.exists && !arch.empty()) {
             loaded.hive.preamble = NewHivePreamble(loaded.relativeRoot, arch);
+        }
+    }
+    return {};
+}
+
+Result<std::unique_ptr<MachineRegistry>> MachineRegistry::Load(const MachineFolder& folder) {
+    std::unique_ptr<MachineRegistry> registry(new MachineRegistry(folder));
+    // Reading takes no lock, so a save may replace the hives while they are
+    // read: when a journal is there, or a hive changed while the others were
+    // read, the hives are read again (a journal first finished under the
+    // lock), so the three always come from one moment.
+    constexpr int kOptimisticTries = 4;
+    for (int attempt = 0; attempt <= kOptimisticTries; ++attempt) {
+        std::error_code error;
+        const bool journal = std::filesystem::exists(folder.JournalFile(), error);
+        std::unique_ptr<FileLock> lock;
+        if (journal || attempt == kOptimisticTries) {
+            lock = TRY(FileLock::Acquire(folder.LockFile()));
+            TRY(FinishJournal(folder.JournalFile()));
+        }
+        TRY(registry->LoadAll());
+        const bool steady =
+            std::all_of(registry->m_hives.begin(), registry->m_hives.end(),
+                        [](const LoadedHive& loaded) { return StampOf(loaded.file) == loaded.stamp; });
+        if (lock || (steady && !std::filesystem::exists(folder.JournalFile(), error))) {
+            return registry;
         }
     }
     return registry;
@@ -405,8 +430,8 @@ long MachineRegistry::QueryInfoKey(RegHandle key, RegKeyInfo& out) {
         out.longestSubkeyName =
             std::max(out.longestSubkeyName, static_cast<std::uint32_t>(Utf8ToUtf16(sub->name).size()));
     }
-    out.valueCount = static_cast<std::uint32_t>(hiveKey->values.size());
-    for (const auto& value : hiveKey->values) {
+    out.valueCount = static_cast<std::uint32_t>(hiveKey->Values().size());
+    for (const auto& value : hiveKey->Values()) {
         out.longestValueName =
             std::max(out.longestValueName, static_cast<std::uint32_t>(Utf8ToUtf16(value.name).size()));
         out.longestValueData =
@@ -447,11 +472,11 @@ long MachineRegistry::EnumValue(RegHandle key, std::uint32_t index, std::string&
     if (hiveKey == nullptr) {
         return location->hive ? kErrorFileNotFound : kErrorNoMoreItems;
     }
-    if (index >= hiveKey->values.size()) {
+    if (index >= hiveKey->Values().size()) {
         return kErrorNoMoreItems;
     }
-    name = hiveKey->values[index].name;
-    value = hiveKey->values[index].value;
+    name = hiveKey->Values()[index].name;
+    value = hiveKey->Values()[index].value;
     return kErrorSuccess;
 }
 
@@ -488,11 +513,8 @@ void MachineRegistry::Replay(Hive& hive, const Change& change, std::uint64_t now
     }
 }
 
-Status MachineRegistry::SaveHive(HiveId id) {
+Result<std::string> MachineRegistry::MergedText(HiveId id) {
     LoadedHive& loaded = HiveOf(id);
-    if (loaded.changes.empty()) {
-        return {};
-    }
     const FileStamp onDisk = StampOf(loaded.file);
     if (!(onDisk == loaded.stamp)) {
         // Another process saved this hive since it was read: take its file and
@@ -504,10 +526,7 @@ Status MachineRegistry::SaveHive(HiveId id) {
         }
         loaded.hive = std::move(fresh.hive);
     }
-    TRY(WriteFileAtomically(loaded.file, SerializeWineRegistry(loaded.hive)));
-    loaded.stamp = StampOf(loaded.file);
-    loaded.changes.clear();
-    return {};
+    return SerializeWineRegistry(loaded.hive);
 }
 
 Status MachineRegistry::Save() {
@@ -518,6 +537,9 @@ Status MachineRegistry::Save() {
         return Fail(*server);
     }
     auto lock = TRY(FileLock::Acquire(m_folder.LockFile()));
+    // A save killed part way is finished first, so that what is merged below
+    // is the whole of it.
+    TRY(FinishJournal(m_folder.JournalFile()));
     // A read-only hive stays as it is: nothing is written, not even the
     // other hives, so the machine is not left half changed.
     for (const auto& loaded : m_hives) {
@@ -526,8 +548,19 @@ Status MachineRegistry::Save() {
             return Fail(loaded.file.string() + " is read-only: nothing was written");
         }
     }
+    std::vector<FileReplacement> files;
+    std::vector<HiveId> written;
     for (HiveId id : {HiveId::Machine, HiveId::User, HiveId::DefaultUser}) {
-        TRY(SaveHive(id));
+        if (!HiveOf(id).changes.empty()) {
+            std::string text = TRY(MergedText(id));
+            files.push_back(FileReplacement{HiveOf(id).file, std::move(text)});
+            written.push_back(id);
+        }
+    }
+    TRY(ReplaceFilesTogether(m_folder.JournalFile(), files));
+    for (HiveId id : written) {
+        HiveOf(id).stamp = StampOf(HiveOf(id).file);
+        HiveOf(id).changes.clear();
     }
     return {};
 }

@@ -1,9 +1,12 @@
 // MachineRegistry: the registry of a machine folder.
 //
 // The three hive files are read once. Changes are made in memory and recorded;
-// Save() writes each changed hive back under the folder's lock, after merging
+// Save() writes the changed hives back under the folder's lock, after merging
 // what another process saved since it was read (the recorded changes are
 // replayed over the newer file), so that neither side's changes are lost.
+// The hives of one save are replaced together through the folder's journal
+// (FileJournal.h): after a kill at any moment, the next load or save finishes
+// or drops the save, so every hive is old or every hive is new.
 //
 // The predefined keys map as on Windows 95, 98 and NT 4.0:
 //   HKEY_CLASSES_ROOT    HKEY_LOCAL_MACHINE\Software\Classes
@@ -83,7 +86,9 @@ private:
     RegHandle NewHandle(Location location);
     void Record(HiveId hive, Change change);
     static void Replay(Hive& hive, const Change& change, std::uint64_t now);
-    Status SaveHive(HiveId id);
+    // The hive's file as it is to be written, merged with a newer file.
+    Result<std::string> MergedText(HiveId id);
+    Status LoadAll();
 
     MachineFolder m_folder;
     std::array<LoadedHive, 3> m_hives;

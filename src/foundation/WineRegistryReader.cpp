@@ -2,7 +2,9 @@
 
 #include "foundation/Hex.h"
 #include "foundation/WineRegistryEscapes.h"
+#include "foundation/WineRegistryValues.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace glyphmoor {
@@ -35,119 +37,24 @@ std::string_view TrimLeft(std::string_view s) {
     return s;
 }
 
-Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(s.size() / 3 + 1);
-    std::size_t i = 0;
-    auto skipSpace = [&] {
-        while (i < s.size() && (s[i] == ' ' || s[i] == '\t')) {
-            ++i;
-        }
-    };
-    skipSpace();
-    while (i < s.size()) {
-        if (i + 1 >= s.size() || !IsHexDigit(s[i]) || !IsHexDigit(s[i + 1])) {
-            return Fail("bad hex data");
-        }
-        bytes.push_back(static_cast<std::uint8_t>(HexValue(s[i]) * 16 + HexValue(s[i + 1])));
-        i += 2;
-        skipSpace();
-        if (i < s.size()) {
-            if (s[i] != ',') {
-                return Fail("bad hex data");
+// The names on a key's path, empty ones left out, each within Windows' limits.
+Status SplitKeyPath(std::string_view path, std::vector<std::string_view>& parts) {
+    parts.clear();
+    while (!path.empty()) {
+        const auto pos = path.find('\\');
+        const std::string_view part = path.substr(0, pos);
+        if (!part.empty()) {
+            if (!KeyNameFits(part)) {
+                return Fail("a key name longer than " + std::to_string(kMaxKeyNameLength) + " characters");
             }
-            ++i;
-            skipSpace();
-        }
-    }
-    return bytes;
-}
-
-// A string value's text up to its closing quote, as the registry keeps it:
-// UTF-16LE with its NUL. Plain ASCII text is copied as it stands.
-Result<RegValue> ParseStringData(std::string_view body, std::uint32_t type) {
-    const auto plainEnd = body.find_first_of("\"\\");
-    if (plainEnd != std::string_view::npos && body[plainEnd] == '"') {
-        bool ascii = true;
-        for (std::size_t i = 0; i < plainEnd && ascii; ++i) {
-            ascii = static_cast<unsigned char>(body[i]) < 0x80;
-        }
-        if (ascii) {
-            RegValue plain{type, {}};
-            plain.data.resize((plainEnd + 1) * 2);
-            for (std::size_t i = 0; i < plainEnd; ++i) {
-                plain.data[2 * i] = static_cast<std::uint8_t>(body[i]);
+            if (parts.size() == kMaxKeyDepth) {
+                return Fail("a key more than " + std::to_string(kMaxKeyDepth) + " levels deep");
             }
-            return plain;
+            parts.push_back(part);
         }
+        path.remove_prefix(pos == std::string_view::npos ? path.size() : pos + 1);
     }
-    RegValue text{type, {}};
-    text.data.reserve(body.size() * 2);
-    std::size_t consumed = 0;
-    TRY(UnescapeUnits(body, '"', consumed, [&](char16_t unit) {
-        text.data.push_back(static_cast<std::uint8_t>(unit & 0xFF));
-        text.data.push_back(static_cast<std::uint8_t>(unit >> 8));
-    }));
-    text.data.push_back(0);
-    text.data.push_back(0);
-    return text;
-}
-
-// "dword:" and eight hex digits at most, blanks after them allowed.
-Result<RegValue> ParseDwordData(std::string_view digits) {
-    while (!digits.empty() && (digits.back() == ' ' || digits.back() == '\t')) {
-        digits.remove_suffix(1);
-    }
-    std::uint32_t v = 0;
-    if (!ParseHexNumber(digits, v, 8)) {
-        return Fail("bad dword value");
-    }
-    return RegValue{kRegDword,
-                    {static_cast<std::uint8_t>(v), static_cast<std::uint8_t>(v >> 8),
-                     static_cast<std::uint8_t>(v >> 16), static_cast<std::uint8_t>(v >> 24)}};
-}
-
-// "hex:" (binary) or "hex(TYPE):", then the bytes.
-Result<RegValue> ParseHexData(std::string_view s) {
-    RegValue value;
-    std::string_view hex;
-    if (s.starts_with("hex:")) {
-        value.type = kRegBinary;
-        hex = s.substr(4);
-    } else {
-        const auto close = s.find("):");
-        if (close == std::string_view::npos || !ParseHexNumber(s.substr(4, close - 4), value.type, 8)) {
-            return Fail("bad hex type");
-        }
-        hex = s.substr(close + 2);
-    }
-    value.data = TRY(ParseHexBytes(hex));
-    return value;
-}
-
-// Parses the data part of a value, after "=".
-Result<RegValue> ParseValueData(std::string_view s) {
-    if (!s.empty() && s.front() == '"') {
-        return ParseStringData(s.substr(1), kRegSz);
-    }
-    if (s.starts_with("str:\"")) {
-        return ParseStringData(s.substr(5), kRegExpandSz);
-    }
-    if (s.starts_with("str(")) {
-        const auto close = s.find("):\"");
-        std::uint32_t type = 0;
-        if (close == std::string_view::npos || !ParseHexNumber(s.substr(4, close - 4), type, 8)) {
-            return Fail("bad string type");
-        }
-        return ParseStringData(s.substr(close + 3), type);
-    }
-    if (s.starts_with("dword:")) {
-        return ParseDwordData(s.substr(6));
-    }
-    if (s.starts_with("hex:") || s.starts_with("hex(")) {
-        return ParseHexData(s);
-    }
-    return Fail("unknown value form");
+    return {};
 }
 
 // The reader's states, one line at a time.
@@ -299,41 +206,57 @@ private:
         return {};
     }
 
-    // A hex value ends its line with a backslash when it goes on; a string
-    // value cannot (its closing quote comes last).
-    static bool LooksContinued(std::string_view text) {
-        const auto eq = text.find("=hex");
-        return eq != std::string_view::npos;
-    }
-
+    // A value of a key whose values are still deferred is only checked;
+    // the first one that is not plain, or out of Wine's order, has the key's
+    // values read up to it and is read itself.
     Status FinishValue(std::string_view text, std::size_t next) {
-        std::string name;
-        if (text.front() == '@') {
-            text.remove_prefix(1);
-        } else {
-            std::size_t consumed = 0;
-            auto parsed = ReadEscapedUtf8(text.substr(1), '"', consumed);
-            if (!parsed) {
-                return Fail("value name: " + parsed.reason());
+        if (m_deferring) {
+            if (ValueReads(text, m_name) && IsNewName(m_name)) {
+                return {};
             }
-            name = std::move(*parsed);
-            text.remove_prefix(1 + consumed);
+            StopDeferring(m_valueStart);
         }
-        if (text.empty() || text.front() != '=') {
-            return Fail("expected '=' after the value name");
-        }
-        auto value = ParseValueData(text.substr(1));
-        if (!value) {
-            return Fail("value \"" + name + "\": " + value.reason());
+        auto parsed = ParseValueText(text);
+        if (!parsed) {
+            return Fail(parsed.reason());
         }
         bool created = false;
-        HiveValue& stored = m_key->SetValue(name, std::move(*value), &created);
+        HiveValue& stored = m_key->SetValue(parsed->name, std::move(parsed->value), &created);
         if (created) {
             stored.raw = Text(m_valueStart, next);
         } else {
             m_key->changed = true;  // a repeated value: the last one wins, as in Wine
         }
         return {};
+    }
+
+    // Records a deferred value's name; false when the key has it already (the
+    // key is then read at once, which marks it to be written anew). Names in
+    // Wine's order, as Wine writes them, cost one comparison each.
+    bool IsNewName(const std::string& name) {
+        constexpr std::size_t kMostUnordered = 64;
+        const bool inOrder = m_inOrder && (m_names.empty() || CompareRegistryNames(m_names.back(), name) < 0);
+        if (!inOrder) {
+            if (m_names.size() >= kMostUnordered) {
+                return false;
+            }
+            for (const auto& earlier : m_names) {
+                if (CompareRegistryNames(earlier, name) == 0) {
+                    return false;
+                }
+            }
+        }
+        m_inOrder = inOrder;
+        m_names.push_back(name);
+        return true;
+    }
+
+    void StopDeferring(std::size_t upTo) {
+        if (!m_names.empty()) {
+            m_key->unreadValues = Text(m_bodyStart, upTo);
+            (void)m_key->Values();
+        }
+        m_deferring = false;
     }
 
     void FlushPendingIntoKey(std::size_t upTo) {
@@ -367,26 +290,10 @@ private:
             }
             (void)ptr;
         }
+        TRY(SplitKeyPath(*path, m_parts));
+        const std::vector<std::string_view>& parts = m_parts;
         // Keys come mostly in tree order: start below the deepest key the
         // previous section's path shares with this one.
-        std::vector<std::string_view>& parts = m_parts;
-        parts.clear();
-        std::string_view remaining = *path;
-        while (!remaining.empty()) {
-            const auto pos = remaining.find('\\');
-            const std::string_view part = remaining.substr(0, pos);
-            if (!part.empty()) {
-                if (!KeyNameFits(part)) {
-                    return Fail("a key name longer than " + std::to_string(kMaxKeyNameLength) +
-                                " characters");
-                }
-                if (parts.size() == kMaxKeyDepth) {
-                    return Fail("a key more than " + std::to_string(kMaxKeyDepth) + " levels deep");
-                }
-                parts.push_back(part);
-            }
-            remaining.remove_prefix(pos == std::string_view::npos ? remaining.size() : pos + 1);
-        }
         std::size_t shared = 0;
         while (shared < parts.size() && shared < m_lastKeys.size() &&
                parts[shared] == m_lastKeys[shared]->name) {
@@ -399,9 +306,17 @@ private:
             key = &key->AddSubkey(parts[i], created);
             m_lastKeys.push_back(key);
         }
+        // A key's values are deferred unless it had a section before: two
+        // sections for one key are read at once and written anew as one.
+        m_deferring = !key->hasSection;
+        m_names.clear();
+        m_inOrder = true;
         if (key->hasSection) {
-            key->changed = true;  // two sections for one key: written anew as one
+            key->changed = true;
+            (void)key->Values();
         }
+        const auto headerEnd = std::string_view(*m_text).find('\n', headerStart);
+        m_bodyStart = headerEnd == npos ? m_text->size() : headerEnd + 1;
         key->hasSection = true;
         key->modified = modified;
         key->leading = Text(leadStart, headerStart);
@@ -411,6 +326,10 @@ private:
     }
 
     void FinishKey(std::size_t end) {
+        if (m_key != nullptr && m_deferring && !m_names.empty()) {
+            m_key->unreadValues = Text(m_bodyStart, end);
+        }
+        m_deferring = false;
         if (m_key != nullptr && !m_key->changed) {
             m_key->rawSection = Text(m_keyStart, end);
         }
@@ -428,12 +347,55 @@ private:
     std::size_t m_valueStart = 0;
     bool m_continuation = false;
     std::string m_joined;
+    // The values of the current key are only checked so far (HiveKey::unreadValues),
+    // from m_bodyStart on; m_names are their names, m_inOrder whether in Wine's order.
+    bool m_deferring = false;
+    bool m_inOrder = true;
+    std::size_t m_bodyStart = 0;
+    std::vector<std::string> m_names;
+    std::string m_name;
     // The keys on the previous section's path, root first.
     std::vector<HiveKey*> m_lastKeys;
     std::vector<std::string_view> m_parts;
 };
 
 }  // namespace
+
+void ReadCheckedValues(std::string_view lines, HiveKey& key) {
+    auto append = [&](std::string_view text, std::string_view raw) {
+        if (auto parsed = ParseValueText(text)) {
+            key.SetValue(parsed->name, std::move(parsed->value)).raw = raw;
+        }
+    };
+    std::string joined;
+    std::size_t valueStart = 0;
+    bool continued = false;
+    std::size_t pos = 0;
+    while (pos < lines.size()) {
+        const std::size_t start = pos;
+        const auto end = lines.find('\n', pos);
+        pos = end == std::string_view::npos ? lines.size() : end + 1;
+        const std::string_view line =
+            StripCr(lines.substr(start, (end == std::string_view::npos ? pos : end) - start));
+        if (continued) {
+            joined.append(TrimLeft(line));
+            if (!joined.empty() && joined.back() == '\\') {
+                joined.pop_back();
+            } else {
+                continued = false;
+                append(joined, lines.substr(valueStart, pos - valueStart));
+            }
+        } else if (!line.empty() && (line.front() == '"' || line.front() == '@')) {
+            valueStart = start;
+            continued = line.back() == '\\' && LooksContinued(line);
+            if (continued) {
+                joined.assign(line.substr(0, line.size() - 1));
+            } else {
+                append(line, lines.substr(valueStart, pos - valueStart));
+            }
+        }
+    }
+}
 
 Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::string_view fileName) {
     return Reader(std::move(text), fileName).Run();

@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -29,6 +30,10 @@ inline constexpr std::uint64_t kTicksPerSecond = 10000000ULL;
 // Parses a whole file. fileName only serves the reason of a failure, which
 // names the file and line ("user.reg:12: ...").
 Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::string_view fileName);
+
+// Reads the values of lines ParseWineRegistry checked and left unread in a
+// key (HiveKey::unreadValues) into the key, each in its place.
+void ReadCheckedValues(std::string_view lines, HiveKey& key);
 
 std::string SerializeWineRegistry(const Hive& hive);
 

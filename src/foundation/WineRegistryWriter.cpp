@@ -26,7 +26,7 @@ std::string FormatHeader(const HiveKey& key) {
 bool NeedsSection(const HiveKey& key) {
     // Wine saves a key when it has values, or no subkeys, or a class or link;
     // other keys come back by themselves from their subkeys' paths.
-    if (!key.values.empty() || key.subkeys.empty()) {
+    if (!key.Values().empty() || key.subkeys.empty()) {
         return true;
     }
     return !key.metaLines.empty() || (key.hasSection && !key.otherLines.empty());
@@ -55,7 +55,7 @@ void WriteKey(const HiveKey& key, std::string& out) {
             out += meta;
             out += '\n';
         }
-        for (const auto& value : key.values) {
+        for (const auto& value : key.Values()) {
             if (!value.raw.empty()) {
                 AppendLines(out, value.raw);
             } else {

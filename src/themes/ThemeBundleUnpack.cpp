@@ -9,6 +9,7 @@
 #include "themes/ThemeLibrary.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <optional>
 #include <random>
@@ -49,12 +50,16 @@ Status WriteNewFile(const fs::path& file, const std::string& contents) {
     return {};
 }
 
-// Folders left by an unpack that was killed before it ended.
+// Folders left by an unpack that was killed before it ended: an hour old at
+// least, so an unpack another process is doing meanwhile keeps its folder.
 void RemoveLeftovers(const fs::path& library) {
     std::error_code ec;
     std::vector<fs::path> leftovers;
+    const auto anHourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (const auto& entry : fs::directory_iterator(library, ec)) {
-        if (entry.path().filename().string().starts_with(kUnpackPrefix)) {
+        std::error_code timeError;
+        if (entry.path().filename().string().starts_with(kUnpackPrefix) &&
+            entry.last_write_time(timeError) < anHourAgo && !timeError) {
             leftovers.push_back(entry.path());
         }
     }

@@ -18,7 +18,7 @@ Hive Parse(std::string text) {
 // Makes every key and value write itself anew, as Wine does when it saves.
 void MarkAllChanged(HiveKey& key) {
     key.changed = true;
-    for (auto& value : key.values) {
+    for (auto& value : key.Values()) {
         value.raw = {};
     }
     for (auto& sub : key.subkeys) {
@@ -175,6 +175,8 @@ TEST(WineRegistryText, MalformedFilesAreRefusedWithFileAndLine) {
         {"continued-into-nothing", header + "[k] 0\n\"v\"=hex:00,\\\n\n[j] 0\n",
          "test.reg:5: a continued value"},
         {"continued-past-the-end", header + "[k] 0\n\"v\"=hex:00,\\\n", "test.reg:4: the file ends inside"},
+        {"bad-after-plain-values", header + "[k] 0\n\"a\"=\"1\"\n\"b\"=hex:01,\\\n  02\n\"c\"=dword:xyz\n",
+         "test.reg:7: value \"c\": bad dword value"},
     };
     for (const auto& c : cases) {
         auto hive = ParseWineRegistry(std::make_shared<const std::string>(c.text), "test.reg");
@@ -236,6 +238,64 @@ TEST(WineRegistryText, ChangesRewriteOnlyTheKeysTheyTouch) {
               "\"y\"=dword:00000005\n"
               "\"z\"=dword:00000003\n"
               "something Wine would not write\n");
+}
+
+// Values are read when first asked for; what is read then, and what is
+// written back, is what reading them at once gives.
+TEST(WineRegistryText, ValuesReadLaterAreTheValuesOfTheFile) {
+    const std::string header = "WINE REGISTRY Version 2\n\n";
+    const struct {
+        const char* what;
+        std::string body;
+        std::vector<std::pair<std::string, RegValue>> values;
+        bool changed;  // the key is written anew
+    } cases[] = {
+        {"plain values in order",
+         "[k] 0\n#time=1\n@=\"d\"\n\"a\"=dword:00000002\n\"b\"=hex:01,\\\n  02\n\"c\"=hex(2):41,00\n",
+         {{"", RegValue{kRegSz, {'d', 0, 0, 0}}},
+          {"a", RegValue{kRegDword, {2, 0, 0, 0}}},
+          {"b", RegValue{kRegBinary, {1, 2}}},
+          {"c", RegValue{2, {0x41, 0}}}},
+         false},
+        {"out of order",
+         "[k] 0\n\"b\"=\"2\"\n\"a\"=\"1\"\n",
+         {{"a", RegValue{kRegSz, {'1', 0, 0, 0}}}, {"b", RegValue{kRegSz, {'2', 0, 0, 0}}}},
+         false},
+        {"a name twice",
+         "[k] 0\n\"a\"=\"1\"\n\"a\"=\"2\"\n",
+         {{"a", RegValue{kRegSz, {'2', 0, 0, 0}}}},
+         true},
+        {"escaped and plain",
+         "[k] 0\n\"a\"=\"1\"\n\"b\\\\c\"=\"x\\ty\"\n\"d\"=\"4\"\n",
+         {{"a", RegValue{kRegSz, {'1', 0, 0, 0}}},
+          {"b\\c", RegValue{kRegSz, {'x', 0, '\t', 0, 'y', 0, 0, 0}}},
+          {"d", RegValue{kRegSz, {'4', 0, 0, 0}}}},
+         false},
+        {"two sections",
+         "[k] 0\n\"b\"=\"2\"\n\n[k] 0\n\"a\"=\"1\"\n",
+         {{"a", RegValue{kRegSz, {'1', 0, 0, 0}}}, {"b", RegValue{kRegSz, {'2', 0, 0, 0}}}},
+         true},
+        {"a comment between values",
+         "[k] 0\n\"a\"=\"1\"\n; note\n\"b\"=\"2\"\n",
+         {{"a", RegValue{kRegSz, {'1', 0, 0, 0}}}, {"b", RegValue{kRegSz, {'2', 0, 0, 0}}}},
+         false},
+    };
+    for (const auto& c : cases) {
+        const std::string text = header + c.body;
+        Hive hive = Parse(text);
+        const HiveKey* key = hive.Find("k");
+        ASSERT_NE(key, nullptr) << c.what;
+        EXPECT_EQ(key->changed, c.changed) << c.what;
+        std::vector<std::pair<std::string, RegValue>> read;
+        for (const auto& value : key->Values()) {
+            read.emplace_back(value.name, value.value);
+        }
+        EXPECT_EQ(read, c.values) << c.what;
+        EXPECT_TRUE(key->unreadValues.empty()) << c.what;
+        if (!c.changed) {
+            EXPECT_EQ(SerializeWineRegistry(hive), text) << c.what;
+        }
+    }
 }
 
 TEST(WineRegistryText, NamesOrderAsWineOrdersThem) {

@@ -5,9 +5,11 @@
 #include "themes/ThemeApply.h"
 #include "themes/ThemeBundle.h"
 #include "themes/ThemeFile.h"
+#include "themes/ThemeLibrary.h"
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <fstream>
 #include <map>
 
@@ -183,6 +185,22 @@ TEST_F(Bundles, AppliedFromABundleChangesTheIconsAndMakesTheBundleTheCurrentThem
     ASSERT_EQ(applied->size(), 1U);
     EXPECT_EQ(applied->front().currentFile, kLibrary + "\\Ocean\\Blue.ico");
     EXPECT_EQ(ReadCurrentTheme(m_machine->Registry()), "C:\\Art\\Ocean.zip");
+}
+
+TEST_F(Bundles, RemovesWhatAKilledUnpackLeftButNotAnUnpackUnderWay) {
+    const fs::path old = Host(kLibrary) / ".unpack-Sea-1";
+    const fs::path busy = Host(kLibrary) / ".unpack-Lake-2";
+    fs::create_directories(old / "x");
+    fs::create_directories(busy);
+    std::ofstream(busy / "Lake.gmtheme") << "[Desktop Icons]\r\n";  // half unpacked: not a theme yet
+    fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(2));
+    WriteZip("Ocean.zip", {{.name = "Ocean.gmtheme", .data = "[Desktop Icons]\r\n"}});
+    ASSERT_TRUE(UnpackBundle(*m_machine, Zip("Ocean.zip"), Answer(OverwriteAnswer::Stop)).ok());
+    EXPECT_FALSE(fs::exists(old));
+    EXPECT_TRUE(fs::exists(busy));
+    for (const LibraryTheme& theme : ListThemeLibrary(m_app)) {
+        EXPECT_FALSE(theme.path.find(".unpack-") != std::string::npos) << theme.path;
+    }
 }
 
 }  // namespace

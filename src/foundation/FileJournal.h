@@ -1,0 +1,42 @@
+// FileJournal: several files replaced as one change.
+//
+// ReplaceFilesTogether writes every new file beside the one it replaces and
+// flushes it, then writes the journal (which staged file replaces which file)
+// atomically, renames the staged files over the old ones and removes the
+// journal. The journal's arrival is the moment the change happens: a process
+// killed before it leaves every old file as it was (its staged files are
+// removed by the next save of each file), one killed after it leaves a
+// journal that FinishJournal completes. So, wherever a kill falls, once the
+// journal is finished the files are all old or all new, never some of each.
+//
+// Callers hold one lock over every change of the files and finish a journal
+// under it before they read or change them.
+#pragma once
+
+#include "foundation/HostFiles.h"
+#include "foundation/Result.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace glyphmoor {
+
+struct FileReplacement {
+    std::filesystem::path file;
+    std::string bytes;
+};
+
+// Replaces each file by its bytes, all of them or none. When a new file
+// cannot be written (a full disk), every old file stays and the reason is the
+// system's. A failure after the journal is written leaves it for
+// FinishJournal.
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
+                            const ChunkWriter& write);
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files);
+
+// Completes the change a journal left by a killed process records, and
+// removes the journal; nothing when there is none. True when it finished one.
+Result<bool> FinishJournal(const std::filesystem::path& journal);
+
+}  // namespace glyphmoor
