@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <stdexcept>
@@ -137,6 +138,28 @@ std::vector<std::uint64_t> HiveDigests(const fs::path& machine) {
     for (const char* hive : kHives) {
         digests.push_back(HiveDigest(machine / hive));
     }
+    return digests;
+}
+
+void CopyMachine(const fs::path& from, const fs::path& to) {
+    fs::remove_all(to);
+    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+}
+
+std::vector<std::uint64_t> MachineDigests(const fs::path& machine) {
+    std::vector<std::uint64_t> digests = HiveDigests(machine);
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(machine / "drive_c")) {
+        names.push_back(entry.path().lexically_relative(machine).string());
+    }
+    std::sort(names.begin(), names.end());
+    std::uint64_t digest = 14695981039346656037ULL;
+    for (const auto& name : names) {
+        for (const char c : name + '\n') {
+            digest = (digest ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+        }
+    }
+    digests.push_back(digest);
     return digests;
 }
 

@@ -45,11 +45,16 @@ RunEnd RunCli(const Options& options, const std::vector<std::string>& args,
 void MakeMachine(const fs::path& dir, std::size_t bytes);
 // The three hive files copied from one machine folder to another.
 void CopyHives(const fs::path& from, const fs::path& to);
+// The whole machine folder copied over another, which goes first.
+void CopyMachine(const fs::path& from, const fs::path& to);
 
 // What a hive says, without the key times a save stamps: two files with the
 // same digest hold the same keys and values in the same order.
 std::uint64_t HiveDigest(const fs::path& hive);
 std::vector<std::uint64_t> HiveDigests(const fs::path& machine);
+// The hives' digests, then one of the names of every file and folder on
+// drive C: (what an operation makes there besides the registry).
+std::vector<std::uint64_t> MachineDigests(const fs::path& machine);
 
 // Opens the machine's registry as every command does (finishing a save a
 // kill interrupted); the reason when it cannot be read.
