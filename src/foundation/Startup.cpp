@@ -1,34 +1,11 @@
 #include "foundation/Startup.h"
 
+#include "foundation/modFunctions.h"
 #include "foundation/modRegistry.h"
 
 namespace glyphmoor {
 
-namespace {
-
-// The number at the start of a text, as Val reads it: blanks skipped, an
-// optional sign, then digits; anything else ends it, and no digits is 0.
-int LeadingNumber(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) {
-        ++i;
-    }
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
-        negative = text[i] == '-';
-        ++i;
-    }
-    long long value = 0;
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-        value = value * 10 + (text[i] - '0');
-        if (value > 0x7FFFFFFF) {
-            break;
-        }
-    }
-    return static_cast<int>(negative ? -value : value);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 StartRequest ParseCommandLine(std::string_view commandLine) {
     StartRequest request;

@@ -5,6 +5,7 @@
 #include "foundation/modMacros.h"
 
 #include <algorithm>
+#include <climits>
 #include <system_error>
 
 namespace glyphmoor {
@@ -48,6 +49,23 @@ std::vector<DirectoryEntry> ListDirectory(const AppEnvironment& app, std::string
         }
     }
     return listing;
+}
+
+int LeadingNumber(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) {
+        ++i;
+    }
+    bool negative = false;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+        negative = text[i] == '-';
+        ++i;
+    }
+    long long number = 0;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+        number = std::min<long long>(number * 10 + (text[i] - '0'), INT_MAX);
+    }
+    return static_cast<int>(negative ? -number : number);
 }
 
 }  // namespace glyphmoor

@@ -14,6 +14,10 @@ namespace glyphmoor {
 // there: "C:\My.Themes\x.gmtheme" gives "C:\My".
 std::string FileTitleOf(std::string_view text);
 
+// The number a text begins with (blanks, an optional sign, digits), as
+// Visual Basic's Val reads a whole number; 0 when there is none. Bounded to int.
+int LeadingNumber(std::string_view text);
+
 struct DirectoryEntry {
     std::string name;
     bool folder = false;

@@ -1,7 +1,6 @@
 #include "tweaks/TweakEditing.h"
 
 #include <algorithm>
-#include <climits>
 #include <string>
 
 namespace glyphmoor {
@@ -80,23 +79,6 @@ ToggleOutcome ToggleTweak(TweakTree& tree, MsgContext& messages, std::string_vie
     MarkTweakChanged(tree, messages.state, key);
     ApplyToggleEffects(*node, tree.TopGroupOf(key), messages);
     return outcome;
-}
-
-int LeadingNumber(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) {
-        ++i;
-    }
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
-        negative = text[i] == '-';
-        ++i;
-    }
-    long long number = 0;
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-        number = std::min<long long>(number * 10 + (text[i] - '0'), INT_MAX);
-    }
-    return static_cast<int>(negative ? -number : number);
 }
 
 std::optional<ValueEdit> ScrollTweakValue(TweakTree& tree, AppState& state, std::string_view key, int value) {

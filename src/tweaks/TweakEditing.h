@@ -7,6 +7,7 @@
 #pragma once
 
 #include "foundation/AppState.h"
+#include "foundation/modFunctions.h"
 #include "prompts/modMsgbox.h"
 #include "tweaks/TweakTree.h"
 
@@ -60,10 +61,6 @@ std::optional<ValueEdit> ScrollTweakValue(TweakTree& tree, AppState& state, std:
 // begins with, as Val reads it (0 when none), moves the scroll bar there.
 std::optional<ValueEdit> TypeTweakValue(TweakTree& tree, AppState& state, std::string_view key,
                                         std::string_view text);
-
-// The number a text begins with (blanks, an optional sign, digits), as
-// Visual Basic's Val reads a whole number; 0 when there is none. Bounded to int.
-int LeadingNumber(std::string_view text);
 
 // The answer MsgConfirmRestoreSettings gives when it may go ahead.
 inline constexpr std::int16_t kRestoreSettingsOk = 1;
