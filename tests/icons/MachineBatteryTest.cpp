@@ -10,6 +10,7 @@
 #include "icons/IconCatalogue.h"
 #include "icons/IconEditing.h"
 #include "icons/OwnDefaults.h"
+#include "support/PrefixSnapshot.h"
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
@@ -24,72 +25,7 @@ namespace glyphmoor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Values = std::map<std::string, RegValue>;
-
-bool ProgramKey(const std::string& path) {
-    return path.find("\\Software\\Veltrane\\Glyphmoor") != std::string::npos;
-}
-
-void Walk(RegistryStore& store, RootKey root, const std::string& subkey, const std::string& shown,
-          Values& out) {
-    RegHandle key = kNoHandle;
-    if (store.OpenKey(root, subkey, RegAccess::Read, key) != kErrorSuccess) {
-        return;
-    }
-    std::string name;
-    RegValue value;
-    for (std::uint32_t i = 0; store.EnumValue(key, i, name, value) == kErrorSuccess; ++i) {
-        out[shown + "|" + name] = value;
-    }
-    std::vector<std::string> subkeys;
-    for (std::uint32_t i = 0; store.EnumKey(key, i, name) == kErrorSuccess; ++i) {
-        subkeys.push_back(name);
-    }
-    store.CloseKey(key);
-    for (const std::string& sub : subkeys) {
-        const std::string path = subkey.empty() ? sub : subkey + "\\" + sub;
-        if (!ProgramKey("\\" + path)) {
-            Walk(store, root, path, shown + "\\" + sub, out);
-        }
-    }
-}
-
-// Every value of the machine outside the program's own key.
-Values Snapshot(const fs::path& dir) {
-    auto machine = OpenMachineFolder(dir);
-    EXPECT_TRUE(machine.ok()) << machine.reason();
-    Values out;
-    Walk((*machine)->Registry().Inner(), RootKey::LocalMachine, "", "HKLM", out);
-    Walk((*machine)->Registry().Inner(), RootKey::Users, "", "HKU", out);
-    return out;
-}
-
-std::vector<std::string> Differences(const Values& before, const Values& after) {
-    std::vector<std::string> out;
-    for (const auto& [name, value] : before) {
-        const auto found = after.find(name);
-        if (found == after.end() || found->second != value) {
-            out.push_back(name);
-        }
-    }
-    for (const auto& [name, value] : after) {
-        if (!before.contains(name)) {
-            out.push_back(name);
-        }
-    }
-    return out;
-}
-
-std::set<std::string> Files(const fs::path& dir) {
-    std::set<std::string> out;
-    for (auto it = fs::recursive_directory_iterator(dir); it != fs::recursive_directory_iterator(); ++it) {
-        if (it->path().filename() == "dosdevices") {
-            it.disable_recursion_pending();
-        }
-        out.insert(fs::relative(it->path(), dir).string());
-    }
-    return out;
-}
+using Values = RegistryValues;
 
 std::unique_ptr<Machine> Open(const fs::path& dir) {
     auto machine = OpenMachineFolder(dir);
@@ -142,7 +78,7 @@ struct Session {
 // be written.
 void RunBattery(const fs::path& dir) {
     std::ofstream(dir / "drive_c" / "test.cur") << "a pointer file the user brought";
-    const Values pristine = Snapshot(dir);
+    const Values pristine = SnapshotRegistry(dir);
     const std::set<std::string> files = Files(dir);
     bool ownDefaults = false;
     std::vector<std::pair<int, std::string>> firsts;
@@ -171,7 +107,7 @@ void RunBattery(const fs::path& dir) {
             ASSERT_TRUE(ChangeIcon(s.catalogue, s.state, group, 0, other));
             s.ApplyAndSave();
         }
-        const std::vector<std::string> changed = Differences(pristine, Snapshot(dir));
+        const std::vector<std::string> changed = Differences(pristine, SnapshotRegistry(dir));
         if (ownDefaults) {
             EXPECT_EQ(changed.size(), 1U) << ::testing::PrintToString(changed);
         } else {
@@ -191,7 +127,8 @@ void RunBattery(const fs::path& dir) {
         const SystemIconEntry& entry = *after.catalogue.Group(group).Find(key);
         EXPECT_TRUE(AtDefault(group, entry)) << entry.Current().Text();
         if (ownDefaults) {
-            EXPECT_EQ(Differences(pristine, Snapshot(dir)), std::vector<std::string>{}) << "restoring one";
+            EXPECT_EQ(Differences(pristine, SnapshotRegistry(dir)), std::vector<std::string>{})
+                << "restoring one";
         }
     }
 
@@ -216,12 +153,13 @@ void RunBattery(const fs::path& dir) {
             }
         }
         if (ownDefaults) {
-            EXPECT_EQ(Differences(pristine, Snapshot(dir)), std::vector<std::string>{}) << "restoring all";
+            EXPECT_EQ(Differences(pristine, SnapshotRegistry(dir)), std::vector<std::string>{})
+                << "restoring all";
         }
         UndoAll(s.machine->Registry().Inner(), s.machine->Env());
         ASSERT_TRUE(s.machine->Save().ok());
     }
-    EXPECT_EQ(Differences(pristine, Snapshot(dir)), std::vector<std::string>{}) << "undoing all";
+    EXPECT_EQ(Differences(pristine, SnapshotRegistry(dir)), std::vector<std::string>{}) << "undoing all";
     EXPECT_EQ(Files(dir), files) << "undoing all leaves files the program made";
 }
 

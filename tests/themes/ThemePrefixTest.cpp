@@ -5,6 +5,7 @@
 #include "foundation/Machine.h"
 #include "foundation/modProfile.h"
 #include "icons/IconCatalogue.h"
+#include "support/PrefixSnapshot.h"
 #include "support/TempMachine.h"
 #include "themes/ThemeFile.h"
 
@@ -20,66 +21,7 @@ namespace glyphmoor::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Values = std::map<std::string, RegValue>;
-
-void Walk(RegistryStore& store, RootKey root, const std::string& subkey, Values& out) {
-    RegHandle key = kNoHandle;
-    if (store.OpenKey(root, subkey, RegAccess::Read, key) != kErrorSuccess) {
-        return;
-    }
-    std::string name;
-    RegValue value;
-    for (std::uint32_t i = 0; store.EnumValue(key, i, name, value) == kErrorSuccess; ++i) {
-        out[std::to_string(static_cast<int>(root)) + "\\" + subkey + "|" + name] = value;
-    }
-    std::vector<std::string> subkeys;
-    for (std::uint32_t i = 0; store.EnumKey(key, i, name) == kErrorSuccess; ++i) {
-        subkeys.push_back(name);
-    }
-    store.CloseKey(key);
-    for (const std::string& sub : subkeys) {
-        const std::string path = subkey.empty() ? sub : subkey + "\\" + sub;
-        // The program's own settings (the current theme, the recent themes) may change.
-        if (path.find("Software\\Veltrane\\Glyphmoor") == std::string::npos) {
-            Walk(store, root, path, out);
-        }
-    }
-}
-
-Values Snapshot(const fs::path& dir) {
-    auto machine = OpenMachineFolder(dir);
-    EXPECT_TRUE(machine.ok()) << machine.reason();
-    Values out;
-    Walk((*machine)->Registry().Inner(), RootKey::LocalMachine, "", out);
-    Walk((*machine)->Registry().Inner(), RootKey::Users, "", out);
-    return out;
-}
-
-std::set<std::string> Differences(const Values& before, const Values& after) {
-    std::set<std::string> out;
-    for (const auto& [name, value] : before) {
-        if (!after.contains(name) || after.at(name) != value) {
-            out.insert(name);
-        }
-    }
-    for (const auto& [name, value] : after) {
-        if (!before.contains(name)) {
-            out.insert(name);
-        }
-    }
-    return out;
-}
-
-std::set<std::string> Files(const fs::path& dir) {
-    std::set<std::string> out;
-    for (auto it = fs::recursive_directory_iterator(dir); it != fs::recursive_directory_iterator(); ++it) {
-        if (it->path().filename() == "dosdevices") {
-            it.disable_recursion_pending();
-        }
-        out.insert(fs::relative(it->path(), dir).string());
-    }
-    return out;
-}
+using Values = RegistryValues;
 
 // Writes the prefix's own icons and pointers as a theme file, every group.
 void WriteOwnTheme(const fs::path& dir, const std::string& theme, std::string& myComputer) {
@@ -113,13 +55,13 @@ TEST(ThemesOnAWinePrefix, ApplyWritesOnlyWhatDiffers) {
     const std::string theme = "C:\\own.gmtheme";
     std::string myComputer;
     WriteOwnTheme(dir, theme, myComputer);
-    const Values pristine = Snapshot(dir);
+    const Values pristine = SnapshotRegistry(dir);
     const std::set<std::string> files = Files(dir);
 
     const CliRun same = RunCliCaptured({"--machine", dir.string(), "theme", "apply", theme});
     ASSERT_EQ(same.status, 0) << same.err;
     EXPECT_EQ(same.out, "");
-    EXPECT_EQ(Differences(pristine, Snapshot(dir)), std::set<std::string>{});
+    EXPECT_EQ(Differences(pristine, SnapshotRegistry(dir)), std::vector<std::string>{});
     EXPECT_EQ(Files(dir), files);
 
     auto machine = OpenMachineFolder(dir);
@@ -131,7 +73,7 @@ TEST(ThemesOnAWinePrefix, ApplyWritesOnlyWhatDiffers) {
     ASSERT_EQ(one.status, 0) << one.err;
     EXPECT_EQ(std::count(one.out.begin(), one.out.end(), '\n'), 1) << one.out;
     // The icon's value, and the icon size the cache rebuild always writes back.
-    const std::set<std::string> changed = Differences(pristine, Snapshot(dir));
+    const std::vector<std::string> changed = Differences(pristine, SnapshotRegistry(dir));
     EXPECT_GE(changed.size(), 1U);
     EXPECT_LE(changed.size(), 2U) << ::testing::PrintToString(changed);
 }
