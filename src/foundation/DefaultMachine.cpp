@@ -17,10 +17,9 @@ constexpr std::string_view kFolderPlaceholder = ".keep";
 void CopyMissing(const fs::path& src, const fs::path& dst, std::error_code& ec) {
     for (auto it = fs::recursive_directory_iterator(src, ec); !ec && it != fs::recursive_directory_iterator();
          it.increment(ec)) {
-        const fs::path target = dst / fs::relative(it->path(), src, ec);
-        if (ec) {
-            return;
-        }
+        // The iterator's paths begin with src as given: relative lexically,
+        // without resolving every component on each start.
+        const fs::path target = dst / it->path().lexically_relative(src);
         if (it->path().filename() == kFolderPlaceholder) {
             continue;
         }
