@@ -15,6 +15,7 @@
 
 #include "foundation/HostFiles.h"
 #include "foundation/Result.h"
+#include "foundation/TextPieces.h"
 
 #include <filesystem>
 #include <string>
@@ -24,7 +25,7 @@ namespace glyphmoor {
 
 struct FileReplacement {
     std::filesystem::path file;
-    std::string bytes;
+    TextPieces bytes;  // may borrow from a loaded file, which must outlive the call
 };
 
 // Replaces each file by its bytes, all of them or none. When a new file

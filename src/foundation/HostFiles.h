@@ -4,6 +4,7 @@
 #pragma once
 
 #include "foundation/Result.h"
+#include "foundation/TextPieces.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -56,6 +57,9 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
 // that tests can make the writing fail part way. It returns how many bytes of
 // the chunk it wrote.
 using ChunkWriter = std::function<std::size_t(std::FILE*, std::string_view)>;
+// The most a chunk holds: large, so that a hive of many megabytes goes out in
+// a few calls.
+inline constexpr std::size_t kWriteChunk = std::size_t{1} << 20;
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
                                const ChunkWriter& write);
 
@@ -67,7 +71,7 @@ struct StagedFile {
     std::filesystem::path staged;  // the new file
     std::filesystem::path target;  // the file it replaces, links followed
 };
-Result<StagedFile> StageFile(const std::filesystem::path& path, std::string_view bytes,
+Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
                              const ChunkWriter& write);
 // The second half: renames the staged file over its target.
 Status PutStagedInPlace(const StagedFile& file);

@@ -163,7 +163,7 @@ void RemoveLeftovers(const std::filesystem::path& folder, const std::string& nam
 
 }  // namespace
 
-Result<StagedFile> StageFile(const std::filesystem::path& given, std::string_view bytes,
+Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPieces& bytes,
                              const ChunkWriter& write) {
     const std::filesystem::path path = ThroughLinks(given);
     const std::filesystem::path folder =
@@ -190,13 +190,12 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, std::string_vie
         return Fail(error != 0 ? what + ": " + ErrnoText(error) : what);
     };
 
-    constexpr std::size_t kChunk = 4096;
-    for (std::size_t offset = 0; offset < bytes.size(); offset += kChunk) {
-        const std::string_view chunk = bytes.substr(offset, kChunk);
+    const bool written = WriteInChunks(bytes, kWriteChunk, [&](std::string_view chunk) {
         errno = 0;
-        if (write(file, chunk) != chunk.size()) {
-            return abandon("Writing " + path.string() + " failed");
-        }
+        return write(file, chunk) == chunk.size();
+    });
+    if (!written) {
+        return abandon("Writing " + path.string() + " failed");
     }
     errno = 0;
     if (std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0) {
@@ -229,7 +228,7 @@ void SyncFolder(const std::filesystem::path& folder) {
 
 Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,
                                const ChunkWriter& write) {
-    const StagedFile staged = TRY(StageFile(given, bytes, write));
+    const StagedFile staged = TRY(StageFile(given, TextPieces::Borrowing(bytes), write));
     if (Status put = PutStagedInPlace(staged); !put) {
         ::unlink(staged.staged.c_str());
         return put;

@@ -30,7 +30,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
     });
 }
 
-Result<StagedFile> StageFile(const std::filesystem::path& path, std::string_view bytes,
+Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
                              const ChunkWriter& write) {
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
@@ -49,12 +49,10 @@ Result<StagedFile> StageFile(const std::filesystem::path& path, std::string_view
         ::DeleteFileW(temp.c_str());
         return Fail(reason);
     };
-    constexpr std::size_t kChunk = 4096;
-    for (std::size_t offset = 0; offset < bytes.size(); offset += kChunk) {
-        const std::string_view chunk = bytes.substr(offset, kChunk);
-        if (write(file, chunk) != chunk.size()) {
-            return abandon("Writing " + path.string() + " failed");
-        }
+    const bool written = WriteInChunks(
+        bytes, kWriteChunk, [&](std::string_view chunk) { return write(file, chunk) == chunk.size(); });
+    if (!written) {
+        return abandon("Writing " + path.string() + " failed");
     }
     if (std::fflush(file) != 0 || ::_commit(::_fileno(file)) != 0) {
         return abandon("Writing " + path.string() + " failed");
@@ -86,7 +84,7 @@ void SyncFolder(const std::filesystem::path& /*folder*/) {}
 
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
                                const ChunkWriter& write) {
-    const StagedFile staged = TRY(StageFile(path, bytes, write));
+    const StagedFile staged = TRY(StageFile(path, TextPieces::Borrowing(bytes), write));
     if (Status put = PutStagedInPlace(staged); !put) {
         ::DeleteFileW(staged.staged.c_str());
         return put;

@@ -513,7 +513,7 @@ void MachineRegistry::Replay(Hive& hive, const Change& change, std::uint64_t now
     }
 }
 
-Result<std::string> MachineRegistry::MergedText(HiveId id) {
+Result<TextPieces> MachineRegistry::MergedText(HiveId id) {
     LoadedHive& loaded = HiveOf(id);
     const FileStamp onDisk = StampOf(loaded.file);
     if (!(onDisk == loaded.stamp)) {
@@ -526,7 +526,7 @@ Result<std::string> MachineRegistry::MergedText(HiveId id) {
         }
         loaded.hive = std::move(fresh.hive);
     }
-    return SerializeWineRegistry(loaded.hive);
+    return SerializeWineRegistryPieces(loaded.hive);
 }
 
 Status MachineRegistry::Save() {
@@ -552,7 +552,7 @@ Status MachineRegistry::Save() {
     std::vector<HiveId> written;
     for (HiveId id : {HiveId::Machine, HiveId::User, HiveId::DefaultUser}) {
         if (!HiveOf(id).changes.empty()) {
-            std::string text = TRY(MergedText(id));
+            TextPieces text = TRY(MergedText(id));
             files.push_back(FileReplacement{HiveOf(id).file, std::move(text)});
             written.push_back(id);
         }

@@ -21,6 +21,7 @@
 #include "foundation/MachineFolder.h"
 #include "foundation/RegistryStore.h"
 #include "foundation/Result.h"
+#include "foundation/TextPieces.h"
 
 #include <array>
 #include <map>
@@ -87,7 +88,7 @@ private:
     void Record(HiveId hive, Change change);
     static void Replay(Hive& hive, const Change& change, std::uint64_t now);
     // The hive's file as it is to be written, merged with a newer file.
-    Result<std::string> MergedText(HiveId id);
+    Result<TextPieces> MergedText(HiveId id);
     Status LoadAll();
 
     MachineFolder m_folder;

@@ -11,6 +11,7 @@
 
 #include "foundation/Hive.h"
 #include "foundation/Result.h"
+#include "foundation/TextPieces.h"
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,10 @@ Result<Hive> ParseWineRegistry(std::shared_ptr<const std::string> text, std::str
 void ReadCheckedValues(std::string_view lines, HiveKey& key);
 
 std::string SerializeWineRegistry(const Hive& hive);
+// The same text as the pieces it is made of: the untouched stretches of the
+// loaded file are borrowed from it (hive.source), so they are valid while the
+// hive is and unchanged.
+TextPieces SerializeWineRegistryPieces(const Hive& hive);
 
 // One value as Wine writes it, with its line end(s).
 std::string FormatRegistryValue(std::string_view name, const RegValue& value);

@@ -32,39 +32,43 @@ bool NeedsSection(const HiveKey& key) {
     return !key.metaLines.empty() || (key.hasSection && !key.otherLines.empty());
 }
 
-// Text kept from the file goes out as it came, but for a line end that the
-// file's last line may lack and that what follows needs.
-void AppendLines(std::string& out, std::string_view lines) {
-    out += lines;
+// Text kept from the file goes out as it came (borrowed from the loaded
+// file), but for a line end that the file's last line may lack and that what
+// follows needs.
+void AppendLines(TextPieces& out, std::string_view lines) {
+    out.Borrow(lines);
     if (!lines.empty() && lines.back() != '\n') {
-        out += '\n';
+        out.Copy("\n");
     }
 }
 
-void WriteKey(const HiveKey& key, std::string& out) {
+void AppendLine(TextPieces& out, const std::string& line) {
+    out.Copy(line);
+    out.Copy("\n");
+}
+
+void WriteKey(const HiveKey& key, TextPieces& out) {
     if (key.hasSection && !key.changed) {
         AppendLines(out, key.rawSection);
     } else if ((key.hasSection || key.changed) && NeedsSection(key)) {
         if (key.hasSection) {
-            out += key.leading;
+            out.Borrow(key.leading);
         } else {
-            out += '\n';
+            out.Copy("\n");
         }
-        out += FormatHeader(key);
+        out.Copy(FormatHeader(key));
         for (const auto& meta : key.metaLines) {
-            out += meta;
-            out += '\n';
+            AppendLine(out, meta);
         }
         for (const auto& value : key.Values()) {
             if (!value.raw.empty()) {
                 AppendLines(out, value.raw);
             } else {
-                out += FormatRegistryValue(value.name, value.value);
+                out.Copy(FormatRegistryValue(value.name, value.value));
             }
         }
         for (const auto& other : key.otherLines) {
-            out += other;
-            out += '\n';
+            AppendLine(out, other);
         }
     }
     for (const auto& sub : key.subkeys) {
@@ -161,13 +165,16 @@ std::string NewHivePreamble(std::string_view relativeRoot, std::string_view arch
     return out;
 }
 
-std::string SerializeWineRegistry(const Hive& hive) {
-    std::string out;
-    out.reserve(hive.source ? hive.source->size() + 4096 : 4096);
+TextPieces SerializeWineRegistryPieces(const Hive& hive) {
+    TextPieces out;
     AppendLines(out, hive.preamble);
     WriteKey(*hive.root, out);
-    out += hive.trailer;
+    out.Borrow(hive.trailer);
     return out;
+}
+
+std::string SerializeWineRegistry(const Hive& hive) {
+    return SerializeWineRegistryPieces(hive).Join();
 }
 
 }  // namespace glyphmoor

@@ -106,7 +106,7 @@ TEST(FileJournal, FinishingAKilledSaveMakesEveryFileNew) {
 TEST(FileJournal, AJournalWithoutItsEndChangesNothing) {
     TempDir dir;
     WriteAll(dir, "old ");
-    const auto staged = StageFile(dir.Path() / "user.reg", "new user.reg", Fwrite);
+    const auto staged = StageFile(dir.Path() / "user.reg", std::string("new user.reg"), Fwrite);
     ASSERT_TRUE(staged.ok());
     dir.Write(".journal",
               "Glyphmoor journal 1\n" + staged->staged.string() + "\t" + staged->target.string() + "\n");
