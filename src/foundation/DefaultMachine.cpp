@@ -1,8 +1,12 @@
 #include "foundation/DefaultMachine.h"
 #include "foundation/InstallPaths.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <random>
+#include <span>
+#include <string_view>
 
 namespace glyphmoor {
 
@@ -13,13 +17,26 @@ namespace {
 // Git keeps no empty folders: the seed holds this file in the ones it needs.
 constexpr std::string_view kFolderPlaceholder = ".keep";
 
-// Copies what src holds and dst lacks.
-void CopyMissing(const fs::path& src, const fs::path& dst, std::error_code& ec) {
+// The user's own folders of drive C: once the machine is made: what the seed
+// puts there (the starter themes) is a start, and stays deleted when the user
+// deletes it.
+constexpr std::array<std::string_view, 2> kUserFolders = {"Program Files/Glyphmoor/Themes",
+                                                          "Program Files/Glyphmoor/Favorites"};
+
+// Copies what src holds and dst lacks, but for what lies in `skipped` (paths
+// relative to src).
+void CopyMissing(const fs::path& src, const fs::path& dst, std::error_code& ec,
+                 std::span<const std::string_view> skipped = {}) {
     for (auto it = fs::recursive_directory_iterator(src, ec); !ec && it != fs::recursive_directory_iterator();
          it.increment(ec)) {
         // The iterator's paths begin with src as given: relative lexically,
         // without resolving every component on each start.
-        const fs::path target = dst / it->path().lexically_relative(src);
+        const fs::path relative = it->path().lexically_relative(src);
+        if (std::find(skipped.begin(), skipped.end(), relative.generic_string()) != skipped.end()) {
+            it.disable_recursion_pending();
+            continue;
+        }
+        const fs::path target = dst / relative;
         if (it->path().filename() == kFolderPlaceholder) {
             continue;
         }
@@ -65,7 +82,7 @@ Status EnsureSeededMachine(const fs::path& dir, const std::vector<fs::path>& see
         for (const auto& seed : seeds) {
             std::error_code copyError;
             if (fs::is_directory(seed / "drive_c", copyError)) {
-                CopyMissing(seed / "drive_c", dir / "drive_c", copyError);
+                CopyMissing(seed / "drive_c", dir / "drive_c", copyError, kUserFolders);
             }
         }
         return {};
