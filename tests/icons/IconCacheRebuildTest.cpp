@@ -139,24 +139,20 @@ TEST(RebuildIconCache, NewShellIsAskedOnlyOnNt) {
     EXPECT_EQ(nt.shellAsked, 1);
 }
 
+// With the desktop-update shell, with Internet Explorer 4 or none at all.
 TEST(RebuildIconCache, Nt4WithIe4DesktopShellWarnsAndChangesNothing) {
-    Rebuild r(WithIe(test::WinNtSystem(), "4.72.3110.0"), WithIconSize("48"));
-    r.m_prompt.Answer({PromptAnswer::Press(0)});
-    EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
-    EXPECT_TRUE(r.m_log.Lines().empty());
-    EXPECT_TRUE(r.m_system.Calls().empty());
-    ASSERT_EQ(r.Texts().size(), 1U);
-    EXPECT_TRUE(r.Texts()[0].starts_with(kNt4Ie4Start));
-    EXPECT_EQ(r.m_prompt.Shown()[0].buttons, (std::array<std::string, 3>{"OK", "", ""}));
-    EXPECT_TRUE(r.m_state.rebuildPending);
-    EXPECT_TRUE(r.refreshedBeforeNotice.empty());
-}
-
-TEST(RebuildIconCache, Nt4WithoutIeButDesktopShellWarnsToo) {
-    Rebuild r(test::WinNtSystem());
-    r.m_prompt.Answer({PromptAnswer::Press(0)});
-    EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
-    EXPECT_TRUE(r.m_log.Lines().empty());
+    for (const std::string& system : {WithIe(test::WinNtSystem(), "4.72.3110.0"), test::WinNtSystem()}) {
+        Rebuild r(system, WithIconSize("48"));
+        r.m_prompt.Answer({PromptAnswer::Press(0)});
+        EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
+        EXPECT_TRUE(r.m_log.Lines().empty());
+        EXPECT_TRUE(r.m_system.Calls().empty());
+        ASSERT_EQ(r.Texts().size(), 1U);
+        EXPECT_TRUE(r.Texts()[0].starts_with(kNt4Ie4Start));
+        EXPECT_EQ(r.m_prompt.Shown()[0].buttons, (std::array<std::string, 3>{"OK", "", ""}));
+        EXPECT_TRUE(r.m_state.rebuildPending);
+        EXPECT_TRUE(r.refreshedBeforeNotice.empty());
+    }
 }
 
 TEST(RebuildIconCache, Nt4WithIe5NotesActiveDesktopThenRebuilds) {
