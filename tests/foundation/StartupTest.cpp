@@ -49,17 +49,6 @@ TEST(InitEnvironment, FlavourFromTheVersion) {
     }
 }
 
-TEST(InitEnvironment, FilesFoldersAndGroups) {
-    test::TempDir dir;
-    const FakeEnvironment env(dir.Path(), {kPlatformNt, 4, 0, 1381}, "C:\\WINNT", "C:\\WINNT\\system32");
-    const AppEnvironment app = InitEnvironment(env);
-    EXPECT_EQ(app.programFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe");
-    EXPECT_EQ(app.helpFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.hlp");
-    EXPECT_EQ(app.winDir, "C:\\WINNT");
-    EXPECT_EQ(app.sysDir, "C:\\WINNT\\system32");
-    EXPECT_EQ(&app.machine, &env);
-}
-
 TEST(CommandLine, ModesAndArguments) {
     const struct {
         const char* line;
