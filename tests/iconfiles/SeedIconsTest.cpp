@@ -54,9 +54,13 @@ std::vector<Default> CatalogueDefaults(const test::TempDir& home) {
         catalogue.DetectShellIcons();
         for (int group = 1; group <= 6; ++group) {
             for (const SystemIconEntry& e : catalogue.Group(group).Entries()) {
+                // The Start menu's entry for a folder is that folder; both picture types are one.
                 std::string item(e.Key());
                 if (item.starts_with("Settings - ")) {
-                    item.erase(0, 11);  // the Start menu's entry for the folder
+                    item.erase(0, 11);
+                }
+                if (item == "GIF Image" || item == "JPEG Image") {
+                    item = "GIF and JPEG Image";
                 }
                 defaults.push_back({item, (*machine)->Env().HostPath(e.defaultFile), e.defaultIndex});
             }
@@ -82,7 +86,7 @@ std::vector<std::uint8_t> Pixels(const std::filesystem::path& file, int index, i
 TEST(SeedIcons, EveryCatalogueDefaultHasItsOwnPicture) {
     ASSERT_TRUE(std::filesystem::is_directory(kSeed / "drive_c")) << "the build makes " << kSeed;
     const auto filler = Pixels(kSeed / "drive_c/WINDOWS/SYSTEM/shell32.dll", 14, 32);
-    std::map<std::vector<std::uint8_t>, const Default*> seen;
+    std::map<std::vector<std::uint8_t>, std::string> seen;
     const test::TempDir home;
     const std::vector<Default> defaults = CatalogueDefaults(home);
     EXPECT_GT(defaults.size(), 120U);
@@ -92,10 +96,8 @@ TEST(SeedIcons, EveryCatalogueDefaultHasItsOwnPicture) {
         }
         const auto pixels = Pixels(d.file, d.index, 32);
         EXPECT_NE(pixels, filler) << d.item << " shows the picture of unused indices";
-        const auto [it, fresh] = seen.emplace(pixels, &d);
-        const Default& first = *it->second;
-        EXPECT_TRUE(fresh || first.item == d.item || (first.file == d.file && first.index == d.index))
-            << d.item << " looks the same as " << first.item;
+        auto [it, fresh] = seen.emplace(pixels, d.item);
+        EXPECT_TRUE(fresh || it->second == d.item) << d.item << " looks the same as " << it->second;
         // Something is drawn, and not over the whole square.
         std::size_t opaque = 0;
         for (std::size_t i = 3; i < pixels.size(); i += 4) {
