@@ -127,10 +127,7 @@ private slots:
         ClickItem(c);
         m_prompt->Answer({PromptAnswer::Press(0)});
         Click("cmdDefaultF");
-        QCOMPARE(
-            m_prompt->Shown().back().text,
-            std::string("You must select a customised folder or hard drive before it can be restored to the "
-                        "default icon."));
+        QVERIFY(m_prompt->Shown().back().text.starts_with("You must select a customised folder"));
         ChangeTo(2);
         const std::string shell32 = m_machine->Env().SystemDirectory() + "\\shell32.dll";
         QCOMPARE(Read("C:\\autorun.inf"), "[AUTORUN]\r\nIcon=" + shell32 + ",2\r\n");
