@@ -62,7 +62,6 @@ TEST(BootOptions, ReadsEachKeyByItsRule) {
         {"BootDelay=-1\r\n", "Startup Delay", "2"},
         {"BootMenuDelay=\r\n", "Startup Menu Delay", "4"},
         {"BootMenuDelay=12\r\n", "Startup Menu Delay", "12"},
-        {"BootMenu=0\r\n", "Always boot into Startup Menu", "off"},
         {"BootMenu=yes\r\n", "Always boot into Startup Menu", "off"},
         {"BootMenu=1\r\n", "Always boot into Startup Menu", "on"},
         {"BootKeys=0\r\n", "Enable F5-F8 Function Keys", "off"},
