@@ -34,6 +34,23 @@ inline CliRun Cli(const TempMachine& machine, std::vector<std::string> args) {
     return RunCliCaptured(args);
 }
 
+// The lines of a command's output, each split at its tabs.
+inline std::vector<std::vector<std::string>> TabFields(const std::string& text) {
+    std::vector<std::vector<std::string>> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        std::vector<std::string> fields;
+        std::size_t start = 0;
+        for (auto tab = line.find('\t'); tab != std::string::npos; tab = line.find('\t', start)) {
+            fields.push_back(line.substr(start, tab - start));
+            start = tab + 1;
+        }
+        fields.push_back(line.substr(start));
+        lines.push_back(fields);
+    }
+    return lines;
+}
+
 // A fresh default machine in a folder of the test's own, and the command line
 // run on it.
 class DefaultMachineCli : public ::testing::Test {

@@ -12,23 +12,6 @@
 namespace glyphmoor::test {
 namespace {
 
-std::vector<std::vector<std::string>> Fields(const std::string& text) {
-    std::vector<std::vector<std::string>> lines;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line)) {
-        std::vector<std::string> fields;
-        std::size_t start = 0;
-        for (auto tab = line.find('\t'); tab != std::string::npos; tab = line.find('\t', start)) {
-            fields.push_back(line.substr(start, tab - start));
-            start = tab + 1;
-        }
-        fields.push_back(line.substr(start));
-        lines.push_back(fields);
-    }
-    return lines;
-}
-
 // A line of the list for an entry at its default: group, display name,
 // catalogue name, then file and index twice.
 std::string Line(const std::vector<std::string>& f) {
@@ -55,7 +38,7 @@ protected:
 TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell) {
     const CliRun run = RunOnDefault({"icons"});
     ASSERT_EQ(run.status, 0) << run.err;
-    const auto lines = Fields(run.out);
+    const auto lines = TabFields(run.out);
     std::map<std::string, int> perGroup;
     for (const auto& fields : lines) {
         ASSERT_EQ(fields.size(), 7U) << fields[0];

@@ -15,22 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::vector<std::string>> Lines(const std::string& text) {
-    std::vector<std::vector<std::string>> lines;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line)) {
-        std::vector<std::string> fields;
-        std::istringstream fieldsIn(line);
-        std::string field;
-        while (std::getline(fieldsIn, field, '\t')) {
-            fields.push_back(field);
-        }
-        lines.push_back(fields);
-    }
-    return lines;
-}
-
 class ThemeCommands : public DefaultMachineCli {
 protected:
     std::string m_library = m_machine->Env().ProgramDirectory() + "\\Themes";
@@ -60,7 +44,7 @@ TEST_F(ThemeCommands, ASavedThemeIsAppliedAfterRestoringAll) {
     EXPECT_NE(applied.out.find(copy), std::string::npos) << applied.out;
     EXPECT_NE(Run({"icons", "--group", "1"}).out.find("\tMy Computer\t" + copy + "\t0\t"), std::string::npos);
     // Applied again, only the bitmap type, which its tweak's rule writes back each time, differs.
-    for (const auto& line : Lines(Run({"theme", "apply", theme}).out)) {
+    for (const auto& line : TabFields(Run({"theme", "apply", theme}).out)) {
         EXPECT_EQ(line.at(1), "Bitmap Image");
     }
     EXPECT_EQ(
@@ -74,15 +58,15 @@ TEST_F(ThemeCommands, ASavedThemeIsAppliedAfterRestoringAll) {
 // catalogue, pointers included, to a picture of its own folder, and carries
 // its Read Me.
 TEST_F(ThemeCommands, TheStarterThemesChangeEveryEntry) {
-    const std::size_t entries = Lines(Run({"icons"}).out).size();
-    const auto themes = Lines(Run({"theme", "list"}).out);
+    const std::size_t entries = TabFields(Run({"icons"}).out).size();
+    const auto themes = TabFields(Run({"theme", "list"}).out);
     ASSERT_EQ(themes.size(), 3U);
     for (const auto& theme : themes) {
         SCOPED_TRACE(theme.at(0));
         const std::string folder = m_library + "\\" + theme.at(0) + "\\";
         EXPECT_EQ(theme.at(1), folder + theme.at(0) + ".gmtheme");
         EXPECT_TRUE(fs::is_regular_file(Host(folder + "Read Me.txt")));
-        const auto changes = Lines(Run({"theme", "preview", theme.at(1)}).out);
+        const auto changes = TabFields(Run({"theme", "preview", theme.at(1)}).out);
         EXPECT_EQ(changes.size(), entries);
         for (const auto& change : changes) {
             EXPECT_EQ(change.at(3).substr(0, folder.size()), folder) << change.at(1);
