@@ -42,7 +42,6 @@ TEST(MachineEnvironment, TheVersionIsDecidedAsWineDecidesIt) {
         {"windows nt 4", WinNtSystem(), "", {kPlatformNt, 4, 0, 1381}},
         {"a fresh wine prefix", both, "", {kPlatformNt, 6, 1, 7601}},
         {"wine set to win98", both, wine("win98"), {kPlatformWindows, 4, 10, 2222}},
-        {"wine set to winme", both, wine("winme"), {kPlatformWindows, 4, 90, 3000}},
         {"wine set to win95", both, wine("WIN95"), {kPlatformWindows, 4, 0, 950}},
         {"wine set to nt40", Win98System(), wine("nt40"), {kPlatformNt, 4, 0, 1381}},
         {"wine set to win31", both, wine("win31"), {}},

@@ -28,6 +28,8 @@ protected:
                                                                    "Quoted=\"%windir%q.ico,2\"\r\n"
                                                                    "Short=%windir\r\n"
                                                                    "Inside=C:\\%windir%x\r\n"
+                                                                   "Two=%windir%%winsysdir%y.dll\r\n"
+                                                                   "Root=%systemroot%\\a.ico\r\n"
                                                                    "Empty=\r\n"
                                                                    "Long=%ThemeDir%"
                                                                 << std::string(130, 'L') << "\r\n";
@@ -51,6 +53,8 @@ TEST_F(PathMacros, ReadThemeValueExpandsTheMacroAtTheStart) {
         {"Quoted", "C:\\WINDOWS\\q.ico,2", 15},
         {"Short", "%windir", 7},
         {"Inside", "C:\\%windir%x", 12},
+        {"Two", "C:\\WINDOWS\\%winsysdir%y.dll", 24},  // one macro only
+        {"Root", "%systemroot%\\a.ico", 18},           // not a macro of themes
         {"Empty", "", 0},
         {"Missing", "", 0},
         {"Long", "c:\\THEMES\\t1\\" + std::string(117, 'L'), 127},

@@ -12,15 +12,12 @@ TEST(PhysicalMemory, KilobytesAreWholeAndGroupedByThousands) {
     };
     const Case cases[] = {
         {0, "0 Kb"},
-        {1000, "0 Kb"},  // less than a kilobyte
-        {1023, "0 Kb"},
+        {1023, "0 Kb"},  // less than a kilobyte
         {1024, "1 Kb"},
         {2047, "1 Kb"},  // the rest is dropped, never rounded up
         {999 * 1024, "999 Kb"},
         {1000 * 1024, "1,000 Kb"},
-        {1048576, "1,024 Kb"},
         {1048576ULL * 1024, "1,048,576 Kb"},
-        {16ULL * 1024 * 1024 * 1024, "16,777,216 Kb"},
         {UINT64_MAX, "18,014,398,509,481,983 Kb"},
     };
     for (const Case& c : cases) {

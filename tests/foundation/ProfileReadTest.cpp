@@ -8,6 +8,7 @@
 // Wine 8.0's own GetPrivateProfileStringA on the same three files: every
 // result and every byte written agreed, except that where a list is cut Wine
 // ends it with one NUL and this code, like Windows, with two.
+#include "ProfileFixtures.h"
 #include "foundation/modProfile.h"
 #include "support/TempMachine.h"
 
@@ -84,7 +85,7 @@ const std::vector<ReadCase>& ReadCases() {
         {"key names of a missing section give the default", "nosuch", std::nullopt, "default", 260, 7,
          "default\0"s},
         {"key names of a spaced section header", "Spaced Section", std::nullopt, "", 260, 2, "k\0\0"s},
-        {"value (Windows)", "section1", "name1", "default", 260, 4, "val1\0"s},
+        {"value, the first of two (Windows)", "section1", "name1", "default", 260, 4, "val1\0"s},
         {"names without regard to case (Windows)", "SECTION1", "NaMe1", "default", 260, 4, "val1\0"s},
         {"names trimmed for a value", " \tsection1 ", "  name1\t", "default", 260, 4, "val1\0"s},
         {"double quotes stripped (Windows)", "section1", "name2", "default", 260, 4, "val2\0"s},
@@ -95,7 +96,6 @@ const std::vector<ReadCase>& ReadCases() {
         {"buffer of 1 (Windows)", "section1", "name4", "default", 1, 0, "\0"s},
         {"buffer of 0 (Windows)", "section1", "name4", "default", 0, 0, ""},
         {"blanks around name and value", "section1", "name5", "", 260, 12, "spaced value\0"s},
-        {"first occurrence wins", "section1", "name1", "", 260, 4, "val1\0"s},
         {"single quotes stripped", "section1", "quoted1", "", 260, 6, "single\0"s},
         {"unmatched quotes kept", "section1", "quoted2", "", 260, 10, "\"mismatch'\0"s},
         {"a lone quote kept", "section1", "quoted3", "", 260, 1, "\"\0"s},
@@ -121,32 +121,17 @@ const std::vector<ReadCase>& ReadCases() {
     return cases;
 }
 
-class ProfileRead : public ::testing::TestWithParam<const char*> {
-protected:
-    std::string Contents() const {
-        std::string text;
-        for (const char c : kTrickyFile) {
-            if (c == '\n') {
-                text += GetParam();
-            } else {
-                text += c;
-            }
-        }
-        return text;
-    }
-};
+using ProfileRead = test::LineEnds;
 
 TEST_P(ProfileRead, Battery) {
     test::TempDir dir;
+    dir.Write("tricky.ini", test::WithLineEnds(kTrickyFile, GetParam()));
     const auto path = dir.Path() / "tricky.ini";
-    { std::ofstream(path, std::ios::binary) << Contents(); }
     for (const auto& c : ReadCases()) {
         std::vector<char> buffer(300, kSentinel);
-        const auto opt = [](const std::optional<std::string>& s) -> OptionalText {
-            return s ? OptionalText(*s) : std::nullopt;
-        };
-        const std::uint32_t result = ProfileGetString(path, opt(c.section), opt(c.key), opt(c.fallback),
-                                                      std::span<char>(buffer.data(), c.size));
+        const std::uint32_t result =
+            ProfileGetString(path, test::Optional(c.section), test::Optional(c.key),
+                             test::Optional(c.fallback), std::span<char>(buffer.data(), c.size));
         EXPECT_EQ(result, c.result) << c.what;
         EXPECT_EQ(std::string(buffer.data(), c.written.size()), c.written) << c.what;
         for (std::size_t i = c.written.size(); i < buffer.size(); ++i) {
@@ -155,10 +140,7 @@ TEST_P(ProfileRead, Battery) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileRead, ::testing::Values("\r\n", "\n", "\r"), [](const auto& param) {
-    const std::string end = param.param;
-    return end == "\r\n" ? std::string("CRLF") : end == "\n" ? "LF" : "CR";
-});
+INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileRead, test::AllLineEnds(), test::LineEndName);
 
 TEST(ProfileRead, MissingFileReadsAsEmpty) {
     test::TempDir dir;

@@ -1,5 +1,6 @@
 // WritePrivateProfileStringA, checked byte for byte against the whole file
 // after every step; saves are transactional.
+#include "ProfileFixtures.h"
 #include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modProfile.h"
@@ -21,23 +22,6 @@ using namespace std::string_literals;
 std::string ReadAll(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-void WriteAll(const std::filesystem::path& path, std::string_view bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
-// Replaces each "\n" of a text written for reading by the line end under test.
-std::string WithLineEnds(std::string_view text, std::string_view end) {
-    std::string out;
-    for (const char c : text) {
-        if (c == '\n') {
-            out += end;
-        } else {
-            out += c;
-        }
-    }
-    return out;
 }
 
 struct Step {
@@ -85,27 +69,21 @@ const std::vector<Step>& Steps() {
     return steps;
 }
 
-class ProfileWrite : public ::testing::TestWithParam<const char*> {};
+using ProfileWrite = test::LineEnds;
 
 TEST_P(ProfileWrite, EachStepChangesOnlyItsLines) {
     test::TempDir dir;
     const auto path = dir.Path() / "app.ini";
-    WriteAll(path, WithLineEnds(kStart, GetParam()));
+    dir.Write("app.ini", test::WithLineEnds(kStart, GetParam()));
     for (const auto& step : Steps()) {
-        const auto opt = [](const std::optional<std::string>& s) -> OptionalText {
-            return s ? OptionalText(*s) : std::nullopt;
-        };
-        const Status status = ProfileSetString(path, opt(step.section), opt(step.key), opt(step.value));
+        const Status status = ProfileSetString(path, test::Optional(step.section), test::Optional(step.key),
+                                               test::Optional(step.value));
         ASSERT_TRUE(status.ok()) << step.what << ": " << status.reason();
-        ASSERT_EQ(ReadAll(path), WithLineEnds(step.after, GetParam())) << step.what;
+        ASSERT_EQ(dir.Read("app.ini"), test::WithLineEnds(step.after, GetParam())) << step.what;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileWrite, ::testing::Values("\r\n", "\n", "\r"),
-                         [](const auto& param) {
-                             const std::string end = param.param;
-                             return end == "\r\n" ? std::string("CRLF") : end == "\n" ? "LF" : "CR";
-                         });
+INSTANTIATE_TEST_SUITE_P(LineEnds, ProfileWrite, test::AllLineEnds(), test::LineEndName);
 
 // The sequence of Wine's test_WritePrivateProfileString, whose files are
 // what Windows writes.
@@ -150,7 +128,7 @@ TEST(ProfileWrite, BytesBeforeTheFirstSectionAreKept) {
     test::TempDir dir;
     const auto path = dir.Path() / "nuls.ini";  // not "nul": Windows keeps that name for its null device
     const std::string data = "Data \0 before \0 first \0 section"s;
-    WriteAll(path, data);
+    dir.Write(path, data);
     const Status written = ProfileSetString(path, "section1", "key1", "string1");
     ASSERT_TRUE(written.ok()) << written.reason();
     // Windows keeps the NULs; the file grows by exactly the new lines.
@@ -160,7 +138,7 @@ TEST(ProfileWrite, BytesBeforeTheFirstSectionAreKept) {
 TEST(ProfileWrite, ReadOnlyFileIsRefusedAndKept) {
     test::TempDir dir;
     const auto path = dir.Path() / "Msdos.sys";
-    WriteAll(path, "[Options]\r\nBootGUI=1\r\n");
+    dir.Write(path, "[Options]\r\nBootGUI=1\r\n");
     std::filesystem::permissions(path, std::filesystem::perms::owner_read |
                                            std::filesystem::perms::group_read |
                                            std::filesystem::perms::others_read);
@@ -172,7 +150,7 @@ TEST(ProfileWrite, ReadOnlyFileIsRefusedAndKept) {
 TEST(ProfileWrite, DosAttributesSurviveTheSave) {
     test::TempDir dir;
     const auto path = dir.Path() / "desktop.ini";
-    WriteAll(path, "[.ShellClassInfo]\r\n");
+    dir.Write(path, "[.ShellClassInfo]\r\n");
     if (!WriteHostAttributes(path, kAttrHidden | kAttrSystem).ok()) {
         GTEST_SKIP() << "the temporary folder takes no extended attributes";
     }
@@ -187,7 +165,7 @@ TEST(ProfileWrite, AFailedSaveLeavesTheOldFile) {
     test::TempDir dir;
     const auto path = dir.Path() / "theme.gmtheme";
     const std::string old = "[Desktop Icons]\r\nMy Computer=%ThemeDir%pc.ico,0\r\n";
-    WriteAll(path, old);
+    dir.Write(path, old);
     const std::string replacement(10000, 'x');
     for (const std::size_t failAt : {std::size_t{0}, std::size_t{4096}, std::size_t{9000}}) {
         std::size_t written = 0;

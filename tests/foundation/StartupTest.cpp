@@ -38,8 +38,6 @@ TEST(InitEnvironment, FlavourFromTheVersion) {
         {{kPlatformWindows, 4, 10, 1998}, "Win98", "Windows 98"},
         {{kPlatformWindows, 4, 90, 3000}, "Win98", "Windows 98"},
         {{kPlatformNt, 4, 0, 1381}, "WinNT", "Windows NT"},
-        {{kPlatformNt, 6, 1, 7601}, "WinNT", "Windows NT"},
-        {{0, 3, 10, 0}, "", ""},
         {{3, 4, 10, 0}, "", ""},
     };
     test::TempDir dir;
@@ -49,38 +47,6 @@ TEST(InitEnvironment, FlavourFromTheVersion) {
         EXPECT_EQ(app.windowsFlavour, c.flavour) << c.version.platformId << "." << c.version.minor;
         EXPECT_EQ(app.windowsName, c.name) << c.version.platformId << "." << c.version.minor;
     }
-}
-
-TEST(InitEnvironment, FilesFoldersAndGroups) {
-    test::TempDir dir;
-    const FakeEnvironment env(dir.Path(), {kPlatformNt, 4, 0, 1381}, "C:\\WINNT", "C:\\WINNT\\system32");
-    const AppEnvironment app = InitEnvironment(env);
-    EXPECT_EQ(app.programFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.exe");
-    EXPECT_EQ(app.helpFile, "C:\\Program Files\\Glyphmoor\\Glyphmoor.hlp");
-    EXPECT_EQ(app.winDir, "C:\\WINNT");
-    EXPECT_EQ(app.sysDir, "C:\\WINNT\\system32");
-    EXPECT_EQ(app.groupNames,
-              (std::array<std::string, 8>{"Desktop Icons", "Start Icons", "Folder Icons", "Drive Icons",
-                                          "Other Icons", "File Icons", "Cursors", "Include"}));
-    EXPECT_EQ(&app.machine, &env);
-}
-
-// A Wine prefix reports what Wine reports: the NT version it records, and
-// Windows 98 once HKEY_CURRENT_USER\Software\Wine says "win98".
-TEST(InitEnvironment, FlavourOfAWinePrefix) {
-    const test::TempMachine prefix(test::WinNtSystem());
-    auto machine = prefix.Open();
-    const AppEnvironment app = InitEnvironment(machine->Env());
-    EXPECT_EQ(app.windowsFlavour, "WinNT");
-    EXPECT_EQ(app.windowsName, "Windows NT");
-    EXPECT_EQ(app.winDir, "C:\\WINNT");
-
-    SetRegString(machine->Registry(), "HKEY_CURRENT_USER\\Software\\Wine", "Version", "win98");
-    ASSERT_TRUE(machine->Save().ok());
-    machine = prefix.Open();
-    const AppEnvironment again = InitEnvironment(machine->Env());
-    EXPECT_EQ(again.windowsFlavour, "Win98");
-    EXPECT_EQ(again.windowsName, "Windows 98");
 }
 
 TEST(CommandLine, ModesAndArguments) {

@@ -19,115 +19,56 @@ Bytes TwoImageFile() {
                                {test::EntryFor(16, 8, 0), test::SolidDib(16, 8)}});
 }
 
-void PutAt32(Bytes& b, std::size_t at, std::uint32_t v) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        b[at + i] = static_cast<std::byte>((v >> (8 * i)) & 0xff);
+// 65535 entries naming the same 1.2 KB: 75 MB once copied.
+Bytes OneImageNamedByEveryEntry() {
+    const Bytes dib = test::SolidDib(32, 8);
+    Bytes b;
+    PutU16(b, 0);
+    PutU16(b, 1);
+    PutU16(b, 0xffff);
+    for (int i = 0; i < 0xffff; ++i) {
+        test::PutEntryHead(b, IconDirEntry{}, static_cast<std::uint32_t>(dib.size()));
+        PutU32(b, 6 + 16 * 0xffff);
+    }
+    b.insert(b.end(), dib.begin(), dib.end());
+    return b;
+}
+
+TEST(IconFile, BrokenFilesLoadAsFalseWithNoImagesAndTheirReason) {
+    using test::Patched;
+    const Bytes two = TwoImageFile();
+    const struct {
+        const char* name;
+        Bytes bytes;
+        const char* reason;
+    } cases[] = {
+        {"empty file", {}, kReasonType},
+        {"reserved not zero", Patched(two, [](Bytes& b) { b[0] = std::byte{1}; }), kReasonReserved},
+        {"cursor type 2", Patched(two, [](Bytes& b) { b[2] = std::byte{2}; }), kReasonType},
+        {"count zero", test::MakeIconFile({}), kReasonNoImages},
+        {"header cut after type", test::Cut(two, 3), kReasonNoImages},
+        {"directory ends early", test::Cut(two, 6 + 16 + 10), kReasonDirectory},
+        {"count larger than directory", Patched(two, [](Bytes& b) { b[4] = std::byte{200}; }),
+         kReasonDirectory},
+        {"last image cut short", test::Cut(two, two.size() - 1), kReasonImages},
+        {"offset past end", test::With32(two, 6 + 12, two.size()), kReasonImages},
+        {"offset plus size wraps", test::With32(test::With32(two, 6 + 8, 0x20), 6 + 12, 0xfffffff0u),
+         kReasonImages},
+        {"one image named by every entry", OneImageNamedByEveryEntry(), kReasonImages},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        cFileIcon icon = test::MakeIcon({{16, 4}});  // loading must empty it
+        ASSERT_FALSE(icon.LoadIconFromMemory(c.bytes, c.name));
+        EXPECT_EQ(icon.ImageCount(), 0);
+        EXPECT_EQ(icon.Header().count, 0);
+        EXPECT_EQ(icon.Reason(), c.reason);
     }
 }
 
-struct BrokenFile {
-    const char* name;
-    std::function<Bytes()> make;
-    const char* reason;
-};
-
-// Test names show the fixture's name, not its bytes.
-void PrintTo(const BrokenFile& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class BrokenIconFile : public ::testing::TestWithParam<BrokenFile> {};
-
-TEST_P(BrokenIconFile, LoadsAsFalseWithNoImagesAndItsReason) {
-    cFileIcon icon = test::MakeIcon({{16, 4}});  // loading must empty it
-    ASSERT_FALSE(icon.LoadIconFromMemory(GetParam().make(), GetParam().name));
-    EXPECT_EQ(icon.ImageCount(), 0);
-    EXPECT_EQ(icon.Header().count, 0);
-    EXPECT_EQ(icon.Reason(), GetParam().reason);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Fixtures, BrokenIconFile,
-    ::testing::Values(
-        BrokenFile{"empty_file", [] { return Bytes{}; }, kReasonType},
-        BrokenFile{"reserved_not_zero",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       b[0] = std::byte{1};
-                       return b;
-                   },
-                   kReasonReserved},
-        BrokenFile{"cursor_type_2",
-                   [] {
-                       return test::MakeIconFile({{test::EntryFor(32, 1, 0), test::SolidDib(32, 1)}}, 2);
-                   },
-                   kReasonType},
-        BrokenFile{"count_zero", [] { return test::MakeIconFile({}); }, kReasonNoImages},
-        BrokenFile{"header_cut_after_type",
-                   [] {
-                       return Bytes{std::byte{0}, std::byte{0}, std::byte{1}};
-                   },
-                   kReasonNoImages},
-        BrokenFile{"directory_ends_early",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       b.resize(6 + 16 + 10);
-                       return b;
-                   },
-                   kReasonDirectory},
-        BrokenFile{"count_larger_than_directory",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       b[4] = std::byte{200};
-                       return b;
-                   },
-                   kReasonDirectory},
-        BrokenFile{"last_image_cut_short",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       b.pop_back();
-                       return b;
-                   },
-                   kReasonImages},
-        BrokenFile{"offset_past_end",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       PutAt32(b, 6 + 12, static_cast<std::uint32_t>(b.size()));
-                       return b;
-                   },
-                   kReasonImages},
-        BrokenFile{"offset_plus_size_wraps",
-                   [] {
-                       Bytes b = TwoImageFile();
-                       PutAt32(b, 6 + 8, 0x20);
-                       PutAt32(b, 6 + 12, 0xfffffff0u);
-                       return b;
-                   },
-                   kReasonImages},
-        BrokenFile{"one_image_named_by_every_entry",
-                   [] {
-                       // 65535 entries naming the same 1.2 KB: 75 MB once copied.
-                       const Bytes dib = test::SolidDib(32, 8);
-                       Bytes b;
-                       PutU16(b, 0);
-                       PutU16(b, 1);
-                       PutU16(b, 0xffff);
-                       const auto offset = static_cast<std::uint32_t>(6 + 16 * 0xffff);
-                       for (int i = 0; i < 0xffff; ++i) {
-                           Bytes e(16);
-                           PutAt32(e, 8, static_cast<std::uint32_t>(dib.size()));
-                           PutAt32(e, 12, offset);
-                           b.insert(b.end(), e.begin(), e.end());
-                       }
-                       b.insert(b.end(), dib.begin(), dib.end());
-                       return b;
-                   },
-                   kReasonImages}),
-    [](const auto& p) { return std::string(p.param.name); });
-
 TEST(IconFile, LoadThenSaveGivesTheSameBytes) {
     const Bytes original = TwoImageFile();
-    const std::string dir = test::TempDir();
+    const std::string dir = test::TestFolder();
     test::WriteAll(dir + "/a.ico", original);
     cFileIcon icon;
     ASSERT_TRUE(icon.LoadIcon(dir + "/a.ico")) << icon.Reason();
@@ -143,8 +84,8 @@ TEST(IconFile, SaveKeepsOffsetsAsTheyStand) {
     const Bytes a = test::SolidDib(16, 1), b = test::SolidDib(16, 4);
     Bytes file = test::MakeIconFile({{test::EntryFor(16, 1, 0), a}, {test::EntryFor(16, 4, 0), b}});
     const auto first = static_cast<std::uint32_t>(6 + 32);
-    PutAt32(file, 6 + 12, first + static_cast<std::uint32_t>(b.size()));
-    PutAt32(file, 6 + 16 + 12, first);
+    test::PutAt32(file, 6 + 12, first + static_cast<std::uint32_t>(b.size()));
+    test::PutAt32(file, 6 + 16 + 12, first);
     std::copy(b.begin(), b.end(), file.begin() + first);
     std::copy(a.begin(), a.end(), file.begin() + first + static_cast<std::ptrdiff_t>(b.size()));
     cFileIcon icon;
@@ -160,12 +101,12 @@ TEST(IconFile, SaveStopsAtAShortWrite) {
     std::ostringstream sink;
     sink.setstate(std::ios::badbit);
     EXPECT_FALSE(icon.SaveStart(sink));
-    EXPECT_FALSE(icon.SaveIcon(std::filesystem::path(test::TempDir()) / "no-such-folder" / "x.ico"));
+    EXPECT_FALSE(icon.SaveIcon(std::filesystem::path(test::TestFolder()) / "no-such-folder" / "x.ico"));
 }
 
 TEST(IconFile, MissingFileLoadsAsFalse) {
     cFileIcon icon;
-    EXPECT_FALSE(icon.LoadIcon(test::TempDir() + "/absent.ico"));
+    EXPECT_FALSE(icon.LoadIcon(test::TestFolder() + "/absent.ico"));
     EXPECT_EQ(icon.ImageCount(), 0);
     EXPECT_FALSE(icon.Reason().empty());
 }
@@ -192,8 +133,7 @@ TEST(IconFile, AddAndRemoveLayTheOffsetsOutAgain) {
 TEST(IconFile, SizesAndColourCountsComeFromTheEntries) {
     cFileIcon icon = test::MakeIcon({{32, 4}, {16, 1}});
     IconDirEntry big = test::EntryFor(0, 32, 0);
-    icon.AddImage(big, Bytes{std::byte{0x89}, std::byte{'P'}, std::byte{'N'}, std::byte{'G'}, std::byte{0x0d},
-                             std::byte{0x0a}, std::byte{0x1a}, std::byte{0x0a}});
+    icon.AddImage(big, test::PngSignature());
     EXPECT_EQ(icon.ImageWidth(0), 32);
     EXPECT_EQ(icon.ImageColourCount(0), 16);
     EXPECT_EQ(icon.ImageColourCount(1), 2);
@@ -223,38 +163,28 @@ TEST(IconFile, CloneCopiesEverything) {
     EXPECT_EQ(copy.ImageCount(), 2);  // a copy, not a view
 }
 
-struct PickCase {
-    const char* name;
-    std::vector<ImageChoice> images;
-    int size;
-    int depth;
-    int expected;
-};
-
-// Test names show the fixture's name, not its bytes.
-void PrintTo(const PickCase& c, std::ostream* os) {
-    *os << c.name;
+TEST(IconFile, PickBestImageChoosesAsTheShellDoes) {
+    const struct {
+        const char* name;
+        std::vector<ImageChoice> images;
+        int size;
+        int depth;
+        int expected;
+    } cases[] = {
+        {"exact size wins over better depth", {{48, 48, 32}, {32, 32, 4}}, 32, 32, 1},
+        {"closest depth among the same size", {{32, 32, 4}, {32, 32, 8}, {32, 32, 32}}, 32, 8, 1},
+        {"depth above the display is farther", {{32, 32, 4}, {32, 32, 32}}, 32, 8, 0},
+        {"nearest size when none fits", {{16, 16, 8}, {48, 48, 8}}, 40, 8, 1},
+        {"a size tie keeps the first", {{24, 24, 8}, {40, 40, 8}}, 32, 8, 0},
+        {"a depth tie keeps the first", {{32, 32, 4}, {32, 32, 16}}, 32, 10, 0},
+        {"width and height differences count alike", {{31, 35, 4}, {35, 31, 8}}, 32, 8, 0},
+        {"256 for a large request", {{32, 32, 32}, {256, 256, 32}}, 200, 32, 1},
+        {"empty icon", {}, 32, 8, -1},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(PickBestImage(c.images, c.size, c.depth), c.expected) << c.name;
+    }
 }
-
-class Picker : public ::testing::TestWithParam<PickCase> {};
-
-TEST_P(Picker, ChoosesAsTheShellDoes) {
-    EXPECT_EQ(PickBestImage(GetParam().images, GetParam().size, GetParam().depth), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, Picker,
-    ::testing::Values(
-        PickCase{"exact_size_wins_over_better_depth", {{48, 48, 32}, {32, 32, 4}}, 32, 32, 1},
-        PickCase{"closest_depth_among_same_size", {{32, 32, 4}, {32, 32, 8}, {32, 32, 32}}, 32, 8, 1},
-        PickCase{"depth_above_display_is_farther", {{32, 32, 4}, {32, 32, 32}}, 32, 8, 0},
-        PickCase{"nearest_size_when_none_fits", {{16, 16, 8}, {48, 48, 8}}, 40, 8, 1},
-        PickCase{"size_tie_keeps_the_first", {{24, 24, 8}, {40, 40, 8}}, 32, 8, 0},
-        PickCase{"depth_tie_keeps_the_first", {{32, 32, 4}, {32, 32, 16}}, 32, 10, 0},
-        PickCase{"needs_the_same_width_and_height_difference", {{31, 35, 4}, {35, 31, 8}}, 32, 8, 0},
-        PickCase{"256_for_large_request", {{32, 32, 32}, {256, 256, 32}}, 200, 32, 1},
-        PickCase{"empty_icon", {}, 32, 8, -1}),
-    [](const auto& p) { return std::string(p.param.name); });
 
 TEST(IconFile, PickImageReadsSizesAndDepthsOfTheIcon) {
     const cFileIcon icon = test::MakeIcon({{16, 4}, {32, 4}, {32, 8}, {48, 8}});

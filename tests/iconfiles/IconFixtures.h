@@ -10,11 +10,48 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace glyphmoor::test {
 
 using Bytes = std::vector<std::byte>;
+
+// Overwrites the little-endian number at `at` with v.
+inline void PutAt16(Bytes& b, std::size_t at, std::uint16_t v) {
+    b[at] = static_cast<std::byte>(v & 0xff);
+    b[at + 1] = static_cast<std::byte>(v >> 8);
+}
+inline void PutAt32(Bytes& b, std::size_t at, std::uint32_t v) {
+    PutAt16(b, at, static_cast<std::uint16_t>(v & 0xffff));
+    PutAt16(b, at + 2, static_cast<std::uint16_t>(v >> 16));
+}
+
+// A good fixture's bytes with one thing changed, for tables of broken files.
+inline Bytes Patched(Bytes b, const std::function<void(Bytes&)>& patch) {
+    patch(b);
+    return b;
+}
+inline Bytes With16(Bytes b, std::size_t at, std::uint16_t v) {
+    PutAt16(b, at, v);
+    return b;
+}
+inline Bytes With32(Bytes b, std::size_t at, std::size_t v) {
+    PutAt32(b, at, static_cast<std::uint32_t>(v));
+    return b;
+}
+inline Bytes Cut(Bytes b, std::size_t size) {
+    b.resize(size);
+    return b;
+}
+
+inline Bytes PngSignature() {
+    Bytes b;
+    for (const char c : std::string_view("\x89PNG\r\n\x1a\n")) {
+        b.push_back(static_cast<std::byte>(c));
+    }
+    return b;
+}
 
 struct DibSpec {
     int width = 0;
@@ -107,6 +144,16 @@ inline IconDirEntry EntryFor(int size, int bits, std::size_t bytes) {
     return e;
 }
 
+// The twelve bytes an icon file's directory entry and an icon-group entry share.
+inline void PutEntryHead(Bytes& b, const IconDirEntry& e, std::uint32_t bytes) {
+    for (std::uint8_t v : {e.width, e.height, e.colourCount, e.reserved}) {
+        b.push_back(std::byte{v});
+    }
+    PutU16(b, e.planes);
+    PutU16(b, e.bitCount);
+    PutU32(b, bytes);
+}
+
 struct FileImage {
     IconDirEntry entry;
     Bytes data;
@@ -120,13 +167,7 @@ inline Bytes MakeIconFile(const std::vector<FileImage>& images, std::uint16_t ty
     PutU16(b, static_cast<std::uint16_t>(images.size()));
     std::uint32_t offset = static_cast<std::uint32_t>(6 + 16 * images.size());
     for (const FileImage& image : images) {
-        b.push_back(std::byte{image.entry.width});
-        b.push_back(std::byte{image.entry.height});
-        b.push_back(std::byte{image.entry.colourCount});
-        b.push_back(std::byte{image.entry.reserved});
-        PutU16(b, image.entry.planes);
-        PutU16(b, image.entry.bitCount);
-        PutU32(b, static_cast<std::uint32_t>(image.data.size()));
+        PutEntryHead(b, image.entry, static_cast<std::uint32_t>(image.data.size()));
         PutU32(b, offset);
         offset += static_cast<std::uint32_t>(image.data.size());
     }
@@ -190,9 +231,7 @@ inline Bytes MakeNe(const std::vector<NeResource>& resources, std::uint16_t shif
     }
     PutU16(table, 0);
     auto putString = [&](std::size_t field, const std::string& text) {
-        const auto at = static_cast<std::uint16_t>(table.size());
-        table[field] = static_cast<std::byte>(at & 0xff);
-        table[field + 1] = static_cast<std::byte>(at >> 8);
+        PutAt16(table, field, static_cast<std::uint16_t>(table.size()));
         table.push_back(static_cast<std::byte>(text.size()));
         for (char c : text) {
             table.push_back(static_cast<std::byte>(c));
@@ -214,15 +253,12 @@ inline Bytes MakeNe(const std::vector<NeResource>& resources, std::uint16_t shif
     file[ne + 1] = std::byte{'E'};
     const std::size_t residentAt = (tableAt - ne) + table.size();
     file[ne + 0x24] = static_cast<std::byte>(tableAt - ne);
-    file[ne + 0x26] = static_cast<std::byte>(residentAt & 0xff);
-    file[ne + 0x27] = static_cast<std::byte>(residentAt >> 8);
+    PutAt16(file, ne + 0x26, static_cast<std::uint16_t>(residentAt));
     const std::size_t unit = std::size_t{1} << shift;
     std::size_t dataAt = (tableAt + table.size() + 1 + unit - 1) / unit * unit;  // after an empty name table
     Bytes data;
     for (std::size_t i = 0; i < resources.size(); ++i) {
-        const auto units = static_cast<std::uint16_t>((dataAt + data.size()) >> shift);
-        table[offsetFields[i]] = static_cast<std::byte>(units & 0xff);
-        table[offsetFields[i] + 1] = static_cast<std::byte>(units >> 8);
+        PutAt16(table, offsetFields[i], static_cast<std::uint16_t>((dataAt + data.size()) >> shift));
         data.insert(data.end(), resources[i].data.begin(), resources[i].data.end());
         data.resize((data.size() + unit - 1) / unit * unit);
     }
@@ -240,14 +276,7 @@ inline Bytes GroupOf(const cFileIcon& icon, std::uint16_t first) {
     PutU16(g, 1);
     PutU16(g, static_cast<std::uint16_t>(icon.ImageCount()));
     for (int i = 0; i < icon.ImageCount(); ++i) {
-        const IconDirEntry& e = icon.Entry(i);
-        g.push_back(std::byte{e.width});
-        g.push_back(std::byte{e.height});
-        g.push_back(std::byte{e.colourCount});
-        g.push_back(std::byte{e.reserved});
-        PutU16(g, e.planes);
-        PutU16(g, e.bitCount);
-        PutU32(g, e.bytesInRes);
+        PutEntryHead(g, icon.Entry(i), icon.Entry(i).bytesInRes);
         PutU16(g, static_cast<std::uint16_t>(first + i));
     }
     return g;
@@ -261,6 +290,6 @@ inline Bytes DataOf(const cFileIcon& icon, int index) {
 Bytes ReadAll(const std::string& path);
 void WriteAll(const std::string& path, const Bytes& bytes);
 // A fresh empty folder for one test.
-std::string TempDir();
+std::string TestFolder();
 
 }  // namespace glyphmoor::test

@@ -80,15 +80,8 @@ TEST(ResourceDirectory, NeListsInTableOrderWithNames) {
     EXPECT_EQ(Listing(*dir), "3: 1 2\n14: MAIN 9\nTUNE: 4\n");
 }
 
-void Put16(Bytes& b, std::size_t at, std::uint16_t v) {
-    b[at] = static_cast<std::byte>(v & 0xff);
-    b[at + 1] = static_cast<std::byte>(v >> 8);
-}
-void Put32(Bytes& b, std::size_t at, std::uint32_t v) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        b[at + i] = static_cast<std::byte>((v >> (8 * i)) & 0xff);
-    }
-}
+constexpr auto Put16 = test::PutAt16;
+constexpr auto Put32 = test::PutAt32;
 
 // Where the writer puts things in a PE32 file.
 constexpr std::size_t kOptional = 0x98;
@@ -118,86 +111,50 @@ Bytes SharedDirectoryBomb() {
     return b;
 }
 
-struct BrokenExe {
-    const char* name;
-    std::function<Bytes()> make;
-};
-
-// Test names show the fixture's name, not its bytes.
-void PrintTo(const BrokenExe& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class BrokenExecutable : public ::testing::TestWithParam<BrokenExe> {};
-
-TEST_P(BrokenExecutable, IsRefusedWithAReason) {
-    auto dir = ReadResourceDirectory(GetParam().make());
-    ASSERT_FALSE(dir.ok());
-    EXPECT_FALSE(dir.reason().empty());
-    // cResources says no and lists nothing.
-    const std::string file = test::TempDir() + "/x.dll";
-    test::WriteAll(file, GetParam().make());
-    cResources resources;
-    EXPECT_FALSE(resources.GetResourceTypes(file));
-    EXPECT_EQ(resources.ResourceTypeCount(), 0);
-    EXPECT_EQ(IconCountOfFile(file), 0);
-}
-
-auto PatchedPe(std::function<void(Bytes&)> patch) {
-    return [patch] {
-        Bytes b = SamplePe();
-        patch(b);
-        return b;
-    };
-}
-
-auto PatchedNe(std::function<void(Bytes&)> patch) {
-    return [patch] {
-        Bytes b = test::MakeNe(SampleNeResources(), 4);
-        patch(b);
-        return b;
-    };
-}
-
 constexpr std::size_t kNe = 0x40;
 constexpr std::size_t kNeTable = 0x80;
 
-INSTANTIATE_TEST_SUITE_P(
-    Fixtures, BrokenExecutable,
-    ::testing::Values(
-        BrokenExe{"text_file", [] { return Bytes(100, std::byte{'a'}); }},
-        BrokenExe{"dos_program_only", PatchedPe([](Bytes& b) { Put32(b, 0x3c, 0x40); })},
-        BrokenExe{"pe_offset_past_end", PatchedPe([](Bytes& b) { Put32(b, 0x3c, 0xffffff00u); })},
-        BrokenExe{"unknown_optional_magic", PatchedPe([](Bytes& b) { Put16(b, kOptional, 0x999); })},
-        BrokenExe{"no_resource_directory", PatchedPe([](Bytes& b) {
-                      Put32(b, kResourceEntry, 0);
-                      Put32(b, kResourceEntry + 4, 0);
-                  })},
-        BrokenExe{"resource_address_outside_sections",
-                  PatchedPe([](Bytes& b) { Put32(b, kResourceEntry, 0x9000); })},
-        BrokenExe{"section_data_past_end", PatchedPe([](Bytes& b) { Put32(b, kSection + 20, 0x100000); })},
-        BrokenExe{"section_table_cut_short", PatchedPe([](Bytes& b) { Put16(b, 0x86, 0x2000); })},
-        BrokenExe{"type_count_past_section", PatchedPe([](Bytes& b) { Put16(b, kRsrc + 14, 0xffff); })},
-        BrokenExe{"type_points_at_data", PatchedPe([](Bytes& b) { Put32(b, kRsrc + 16 + 4, 0x40); })},
-        BrokenExe{"name_directory_loops_to_root", PatchedPe([](Bytes& b) {
-                      // The first type's name directory starts right after the root's 4 entries.
-                      Put32(b, kRsrc + 16 + 4 * 8 + 16 + 4, 0x80000000u);
-                  })},
-        BrokenExe{"type_name_outside_section",
-                  PatchedPe([](Bytes& b) { Put32(b, kRsrc + 16, 0x80fffff0u); })},
-        BrokenExe{"shared_directories_list_90000_resources", SharedDirectoryBomb},
-        BrokenExe{"ne_no_resource_table", PatchedNe([](Bytes& b) {
-                      Put16(b, kNe + 0x24, 0x40);
-                      Put16(b, kNe + 0x26, 0x40);
-                  })},
-        BrokenExe{"ne_resource_table_past_end", PatchedNe([](Bytes& b) { Put16(b, kNe + 0x24, 0xfff0); })},
-        BrokenExe{"ne_alignment_shift_40", PatchedNe([](Bytes& b) { Put16(b, kNeTable, 40); })},
-        BrokenExe{"ne_type_count_past_end", PatchedNe([](Bytes& b) { Put16(b, kNeTable + 4, 0xffff); })},
-        BrokenExe{"ne_name_offset_past_end",
-                  PatchedNe([](Bytes& b) { Put16(b, kNeTable + 2 + 8 + 6, 0x7ff0); })},
-        BrokenExe{"ne_table_without_end_marker",
-                  PatchedNe([](Bytes& b) { b.resize(kNeTable + 2 + 8 + 24); })}),
-    [](const auto& p) { return std::string(p.param.name); });
+TEST(ResourceDirectory, BrokenExecutablesAreRefusedWithAReason) {
+    using test::With16;
+    using test::With32;
+    const Bytes pe = SamplePe();
+    const Bytes ne = test::MakeNe(SampleNeResources(), 4);
+    const std::pair<const char*, Bytes> cases[] = {
+        {"text file", Bytes(100, std::byte{'a'})},
+        {"DOS program only", With32(pe, 0x3c, 0x40)},
+        {"PE offset past the end", With32(pe, 0x3c, 0xffffff00u)},
+        {"unknown optional header magic", With16(pe, kOptional, 0x999)},
+        {"no resource directory", With32(With32(pe, kResourceEntry, 0), kResourceEntry + 4, 0)},
+        {"resource address outside the sections", With32(pe, kResourceEntry, 0x9000)},
+        {"section data past the end", With32(pe, kSection + 20, 0x100000)},
+        {"section table cut short", With16(pe, 0x86, 0x2000)},
+        {"type count past the section", With16(pe, kRsrc + 14, 0xffff)},
+        {"type points at data", With32(pe, kRsrc + 16 + 4, 0x40)},
+        // The first type's name directory starts right after the root's 4 entries.
+        {"name directory loops to the root", With32(pe, kRsrc + 16 + 4 * 8 + 16 + 4, 0x80000000u)},
+        {"type name outside the section", With32(pe, kRsrc + 16, 0x80fffff0u)},
+        {"shared directories list 90,000 resources", SharedDirectoryBomb()},
+        {"NE without resource table", With16(With16(ne, kNe + 0x24, 0x40), kNe + 0x26, 0x40)},
+        {"NE resource table past the end", With16(ne, kNe + 0x24, 0xfff0)},
+        {"NE alignment shift 40", With16(ne, kNeTable, 40)},
+        {"NE type count past the end", With16(ne, kNeTable + 4, 0xffff)},
+        {"NE name offset past the end", With16(ne, kNeTable + 2 + 8 + 6, 0x7ff0)},
+        {"NE table without end marker", test::Cut(ne, kNeTable + 2 + 8 + 24)},
+    };
+    const std::string file = test::TestFolder() + "/x.dll";
+    for (const auto& [name, bytes] : cases) {
+        SCOPED_TRACE(name);
+        auto dir = ReadResourceDirectory(bytes);
+        ASSERT_FALSE(dir.ok());
+        EXPECT_FALSE(dir.reason().empty());
+        // cResources says no and lists nothing.
+        test::WriteAll(file, bytes);
+        cResources resources;
+        EXPECT_FALSE(resources.GetResourceTypes(file));
+        EXPECT_EQ(resources.ResourceTypeCount(), 0);
+        EXPECT_EQ(IconCountOfFile(file), 0);
+    }
+}
 
 // The irregular rows of the table: the gaps, the two VXD ids, the ends.
 TEST(ResourceTypeName, FollowsTheTable) {
@@ -211,7 +168,7 @@ TEST(ResourceTypeName, FollowsTheTable) {
 }
 
 TEST(cResources, ListsTypesAndNamesFromOne) {
-    const std::string file = test::TempDir() + "/lib.dll";
+    const std::string file = test::TestFolder() + "/lib.dll";
     test::WriteAll(file, SamplePe());
     cResources resources;
     ASSERT_TRUE(resources.GetResourceTypes(file)) << resources.Reason();
@@ -235,7 +192,7 @@ TEST(cResources, ListsTypesAndNamesFromOne) {
 }
 
 TEST(cResources, FileWithoutResourcesListsNothing) {
-    const std::string file = test::TempDir() + "/empty.dll";
+    const std::string file = test::TestFolder() + "/empty.dll";
     test::WriteAll(file, BuildResourceOnlyPe({}, {}));
     cResources resources;
     EXPECT_FALSE(resources.GetResourceTypes(file));
@@ -243,7 +200,7 @@ TEST(cResources, FileWithoutResourcesListsNothing) {
 }
 
 TEST(LoadIconFromEXE, GathersTheGroupIntoIconFileLayout) {
-    const std::string dir = test::TempDir();
+    const std::string dir = test::TestFolder();
     const cFileIcon expected = test::MakeIcon({{32, 4}, {16, 4}});
     for (bool ne : {false, true}) {
         const std::string file = dir + (ne ? "/old.icl" : "/lib.dll");
@@ -272,52 +229,31 @@ TEST(LoadIconFromEXE, FindsNamesWithoutRegardToCaseAndHashNumbers) {
     EXPECT_EQ(icon.ImageCount(), 0);
 }
 
-struct BrokenGroup {
-    const char* name;
-    std::function<std::vector<RawResource>()> make;
-};
-
-// Test names show the fixture's name, not its bytes.
-void PrintTo(const BrokenGroup& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class BrokenIconGroup : public ::testing::TestWithParam<BrokenGroup> {};
-
-TEST_P(BrokenIconGroup, LoadsAsFalseAndEmpty) {
-    auto module = ExecutableModule::FromBytes(BuildResourceOnlyPe(GetParam().make(), {}));
-    ASSERT_TRUE(module.ok()) << module.reason();
-    cFileIcon icon = test::MakeIcon({{16, 1}});
-    EXPECT_FALSE(icon.LoadIconFromEXE(*module, N(7)));
-    EXPECT_EQ(icon.ImageCount(), 0);
-    EXPECT_FALSE(icon.Reason().empty());
-}
-
-auto SampleWith(std::function<void(std::vector<RawResource>&)> change) {
-    return [change] {
-        auto r = SampleResources();
-        change(r);
-        return r;
+TEST(LoadIconFromEXE, ABrokenGroupLoadsAsFalseAndEmpty) {
+    using Change = std::function<void(std::vector<RawResource>&)>;
+    const std::pair<const char*, Change> cases[] = {
+        {"member image missing", [](auto& r) { r.erase(r.begin() + 1); }},
+        {"member image one byte short", [](auto& r) { r[1].data.pop_back(); }},
+        {"member image one byte long", [](auto& r) { r[1].data.push_back(std::byte{0}); }},
+        {"group cut short", [](auto& r) { r[3].data.resize(6 + 14 + 3); }},
+        {"group of no images", [](auto& r) { r[3].data = test::With16(test::Cut(r[3].data, 6), 4, 0); }},
+        {"no such group", [](auto& r) { r[3].name = N(8); }},
     };
+    for (const auto& [name, change] : cases) {
+        SCOPED_TRACE(name);
+        auto resources = SampleResources();
+        change(resources);
+        auto module = ExecutableModule::FromBytes(BuildResourceOnlyPe(resources, {}));
+        ASSERT_TRUE(module.ok()) << module.reason();
+        cFileIcon icon = test::MakeIcon({{16, 1}});
+        EXPECT_FALSE(icon.LoadIconFromEXE(*module, N(7)));
+        EXPECT_EQ(icon.ImageCount(), 0);
+        EXPECT_FALSE(icon.Reason().empty());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Fixtures, BrokenIconGroup,
-    ::testing::Values(
-        BrokenGroup{"member_image_missing", SampleWith([](auto& r) { r.erase(r.begin() + 1); })},
-        BrokenGroup{"member_image_one_byte_short", SampleWith([](auto& r) { r[1].data.pop_back(); })},
-        BrokenGroup{"member_image_one_byte_long",
-                    SampleWith([](auto& r) { r[1].data.push_back(std::byte{0}); })},
-        BrokenGroup{"group_cut_short", SampleWith([](auto& r) { r[3].data.resize(6 + 14 + 3); })},
-        BrokenGroup{"group_of_no_images", SampleWith([](auto& r) {
-                        r[3].data = {std::byte{0}, std::byte{0}, std::byte{1},
-                                     std::byte{0}, std::byte{0}, std::byte{0}};
-                    })},
-        BrokenGroup{"no_such_group", SampleWith([](auto& r) { r[3].name = N(8); })}),
-    [](const auto& p) { return std::string(p.param.name); });
 
 TEST(IconOfFile, CountsAndIndicesAsExtractIconDoes) {
-    const std::string dir = test::TempDir();
+    const std::string dir = test::TestFolder();
     test::WriteAll(dir + "/lib.dll", SamplePe(true));
     test::WriteAll(dir + "/one.ico", test::MakeIcon({{32, 4}}).ToBytes());
     test::WriteAll(dir + "/notes.txt", Bytes(40, std::byte{'x'}));

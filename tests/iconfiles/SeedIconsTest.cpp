@@ -1,9 +1,16 @@
 // The default machine's icon libraries, as the build draws them: every
-// default of the Windows 98 catalogue finds a picture at 16, 32 and 48
-// pixels; pictures of different things differ and none is the filler of
-// unused indices; the program's file carries pointers 1 to 15.
+// default of its own icon catalogue, with and without the desktop-update
+// shell, finds a picture at 16, 32 and 48 pixels; pictures of different
+// things differ and none is the filler of unused indices; the program's file
+// carries pointers 1 to 15.
+#include "foundation/AppEnvironment.h"
+#include "foundation/DefaultMachine.h"
+#include "foundation/modRegistry.h"
 #include "iconfiles/cFileIcon.h"
 #include "iconfiles/modResource.h"
+#include "icons/IconCatalogue.h"
+#include "icons/ShellIconState.h"
+#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -17,83 +24,50 @@ namespace {
 const std::filesystem::path kSeed = GLYPHMOOR_GENERATED_SEED_DIR;
 
 struct Default {
-    const char* item;  // what the picture stands for; items that are one thing share it
-    const char* file;  // under drive_c
+    std::string item;  // items that are one thing share a picture
+    std::filesystem::path file;
     int index;
 };
 
-// Windows 98 with the desktop-update shell, WinDir C:\WINDOWS, SysDir C:\WINDOWS\SYSTEM;
-// then the indices that differ without that shell.
-const Default kDefaults[] = {
-    {"My Computer", "WINDOWS/explorer.exe", 0},
-    {"My Documents", "WINDOWS/SYSTEM/mydocs.dll", 0},
-    {"Network Neighborhood", "WINDOWS/SYSTEM/shell32.dll", 17},
-    {"The Internet", "WINDOWS/SYSTEM/mshtml.dll", 0},
-    {"In Box", "WINDOWS/SYSTEM/cool.dll", 30},
-    {"My Briefcase", "WINDOWS/SYSTEM/syncui.dll", 0},
-    {"Recycle Bin (empty)", "WINDOWS/SYSTEM/shell32.dll", 31},
-    {"Recycle Bin (full)", "WINDOWS/SYSTEM/shell32.dll", 32},
-    {"Programs", "WINDOWS/SYSTEM/shell32.dll", 19},
-    {"Favorites", "WINDOWS/SYSTEM/shell32.dll", 43},
-    {"Documents", "WINDOWS/SYSTEM/shell32.dll", 20},
-    {"Settings", "WINDOWS/SYSTEM/shell32.dll", 21},
-    {"Find", "WINDOWS/SYSTEM/shell32.dll", 22},
-    {"Help", "WINDOWS/SYSTEM/shell32.dll", 23},
-    {"Run", "WINDOWS/SYSTEM/shell32.dll", 24},
-    {"Log Off", "WINDOWS/SYSTEM/shell32.dll", 44},
-    {"Suspend", "WINDOWS/SYSTEM/shell32.dll", 25},
-    {"Shut Down", "WINDOWS/SYSTEM/shell32.dll", 27},
-    {"Control Panel", "WINDOWS/SYSTEM/shell32.dll", 35},
-    {"Printers", "WINDOWS/SYSTEM/shell32.dll", 37},
-    {"Closed Folder", "WINDOWS/SYSTEM/shell32.dll", 3},
-    {"Open Folder", "WINDOWS/SYSTEM/shell32.dll", 4},
-    {"Program Group", "WINDOWS/SYSTEM/shell32.dll", 36},
-    {"Control Panel", "WINDOWS/SYSTEM/shell32.dll", 51},
-    {"Dial-Up Networking", "WINDOWS/SYSTEM/shell32.dll", 33},
-    {"Printers", "WINDOWS/SYSTEM/shell32.dll", 52},
-    {"Favorites", "WINDOWS/SYSTEM/shell32.dll", 79},
-    {"Url History", "WINDOWS/SYSTEM/shdocvw.dll", 36},
-    {"ActiveX Cache", "WINDOWS/SYSTEM/occache.dll", 0},
-    {"Subscriptions", "WINDOWS/SYSTEM/webcheck.dll", 0},
-    {"Scheduled Tasks", "WINDOWS/SYSTEM/mstask.dll", 0},
-    {"Floppy Drive 5¼", "WINDOWS/SYSTEM/shell32.dll", 5},
-    {"Floppy Drive 3½", "WINDOWS/SYSTEM/shell32.dll", 6},
-    {"Hard Drive", "WINDOWS/SYSTEM/shell32.dll", 8},
-    {"Network Drive (connected)", "WINDOWS/SYSTEM/shell32.dll", 9},
-    {"Network Drive (offline)", "WINDOWS/SYSTEM/shell32.dll", 10},
-    {"CD-ROM Drive", "WINDOWS/SYSTEM/shell32.dll", 11},
-    {"Removable Drive", "WINDOWS/SYSTEM/shell32.dll", 7},
-    {"RAM Drive", "WINDOWS/SYSTEM/shell32.dll", 12},
-    {"Shortcut Overlay", "WINDOWS/SYSTEM/shell32.dll", 29},
-    {"Sharing Overlay", "WINDOWS/SYSTEM/shell32.dll", 28},
-    {"Desktop", "WINDOWS/SYSTEM/shell32.dll", 34},
-    {"Entire Network", "WINDOWS/SYSTEM/shell32.dll", 13},
-    {"Workgroup", "WINDOWS/SYSTEM/shell32.dll", 18},
-    {"Computer", "WINDOWS/SYSTEM/shell32.dll", 15},
-    {"Audio CD", "WINDOWS/SYSTEM/shell32.dll", 40},
-    {"Bitmap Image", "Program Files/Accessories/Mspaint.exe", 1},
-    {"Configuration Settings", "WINDOWS/SYSTEM/shell32.dll", 63},
-    {"Default Icon", "WINDOWS/SYSTEM/shell32.dll", 0},
-    {"Default Document", "WINDOWS/SYSTEM/shell32.dll", 1},
-    {"GIF and JPEG Image", "WINDOWS/SYSTEM/mshtml.dll", 8},
-    {"Internet Document", "WINDOWS/SYSTEM/mshtml.dll", 1},
-    {"Media Clip", "WINDOWS/mplayer.exe", 0},
-    {"Movie Clip", "WINDOWS/SYSTEM/quartz.dll", 3},
-    {"MS-DOS Application", "WINDOWS/SYSTEM/shell32.dll", 2},
-    {"MS-DOS Batch File", "WINDOWS/SYSTEM/shell32.dll", 65},
-    {"MIDI Sequence", "WINDOWS/SYSTEM/quartz.dll", 8},
-    {"Rich Text Format", "Program Files/Accessories/Wordpad.exe", 1},
-    {"Text Document", "WINDOWS/SYSTEM/shell32.dll", 64},
-    {"Video Clip", "WINDOWS/SYSTEM/quartz.dll", 0},
-    {"Wave Sound", "WINDOWS/SYSTEM/quartz.dll", 4},
-    {"Write Document", "Program Files/Accessories/Wordpad.exe", 2},
-    // The same items where the registry shows no desktop-update shell.
-    {"Control Panel", "WINDOWS/SYSTEM/shell32.dll", 46},
-    {"Printers", "WINDOWS/SYSTEM/shell32.dll", 47},
-    {"Configuration Settings", "WINDOWS/SYSTEM/shell32.dll", 58},
-    {"Text Document", "WINDOWS/SYSTEM/shell32.dll", 59},
-    {"MS-DOS Batch File", "WINDOWS/SYSTEM/shell32.dll", 60},
-};
+// The defaults of icon groups 1 to 6 on the machine made from the seed, for
+// which its pictures are laid out: the desktop-update shell without Internet
+// Explorer 4.71; then once more without that shell.
+std::vector<Default> CatalogueDefaults(const test::TempDir& home) {
+    const auto dir = home.Path() / "machine";
+    EXPECT_TRUE(EnsureSeededMachine(dir, SeedDirs()).ok());
+    auto machine = OpenMachineFolder(dir);
+    EXPECT_TRUE(machine.ok()) << machine.reason();
+    std::vector<Default> defaults;
+    if (!machine.ok()) {
+        return defaults;
+    }
+    const AppEnvironment app = InitEnvironment((*machine)->Env());
+    SetRegString((*machine)->Registry(), kInternetExplorerPath, "Version", "4.72.3110.8");
+    for (const bool newShell : {true, false}) {
+        if (!newShell) {
+            const auto cut = kStartMenuOrderPath.rfind('\\');
+            DeleteRegKey((*machine)->Registry(), kStartMenuOrderPath.substr(0, cut),
+                         kStartMenuOrderPath.substr(cut + 1));
+        }
+        EXPECT_EQ(DetectShellState((*machine)->Registry(), app).newShell, newShell);
+        IconCatalogue catalogue((*machine)->Registry(), app);
+        catalogue.DetectShellIcons();
+        for (int group = 1; group <= 6; ++group) {
+            for (const SystemIconEntry& e : catalogue.Group(group).Entries()) {
+                // The Start menu's entry for a folder is that folder; both picture types are one.
+                std::string item(e.Key());
+                if (item.starts_with("Settings - ")) {
+                    item.erase(0, 11);
+                }
+                if (item == "GIF Image" || item == "JPEG Image") {
+                    item = "GIF and JPEG Image";
+                }
+                defaults.push_back({item, (*machine)->Env().HostPath(e.defaultFile), e.defaultIndex});
+            }
+        }
+    }
+    return defaults;
+}
 
 std::vector<std::uint8_t> Pixels(const std::filesystem::path& file, int index, int size) {
     cFileIcon icon;
@@ -113,12 +87,14 @@ TEST(SeedIcons, EveryCatalogueDefaultHasItsOwnPicture) {
     ASSERT_TRUE(std::filesystem::is_directory(kSeed / "drive_c")) << "the build makes " << kSeed;
     const auto filler = Pixels(kSeed / "drive_c/WINDOWS/SYSTEM/shell32.dll", 14, 32);
     std::map<std::vector<std::uint8_t>, std::string> seen;
-    for (const Default& d : kDefaults) {
-        const auto file = kSeed / "drive_c" / d.file;
+    const test::TempDir home;
+    const std::vector<Default> defaults = CatalogueDefaults(home);
+    EXPECT_GT(defaults.size(), 120U);
+    for (const Default& d : defaults) {
         for (int size : {16, 48}) {
-            EXPECT_FALSE(Pixels(file, d.index, size).empty()) << d.item;
+            EXPECT_FALSE(Pixels(d.file, d.index, size).empty()) << d.item;
         }
-        const auto pixels = Pixels(file, d.index, 32);
+        const auto pixels = Pixels(d.file, d.index, 32);
         EXPECT_NE(pixels, filler) << d.item << " shows the picture of unused indices";
         auto [it, fresh] = seen.emplace(pixels, d.item);
         EXPECT_TRUE(fresh || it->second == d.item) << d.item << " looks the same as " << it->second;

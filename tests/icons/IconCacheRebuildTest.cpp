@@ -86,45 +86,38 @@ std::vector<std::string> Lever(std::string_view bigger, std::string_view size) {
             "send\tWM_SETTINGCHANGE 0x2e 0"};
 }
 
-struct FlavourRow {
-    const char* name;
-    std::string system;
-    const char* windowsName;
-};
+// An absent size is written as 33 then 32, a size of 48 as 49 then 48; the
+// notice names the flavour.
+TEST(RebuildIconCache, EachFlavourNudgesTheIconSizeAndNotifies) {
+    const struct {
+        const char* name;
+        std::string system;
+        const char* windowsName;
+    } flavours[] = {
+        {"Win95", kWin95System, "Windows 95"},
+        {"Win98", test::Win98System(), "Windows 98"},
+        {"WinNT", test::WinNtSystem(), "Windows NT"},
+        {"WinNT with IE 4", WithIe(test::WinNtSystem(), "4.72.3110.0"), "Windows NT"},
+    };
+    for (const auto& f : flavours) {
+        SCOPED_TRACE(f.name);
+        Rebuild r(f.system);
+        r.m_prompt.Answer({PromptAnswer::Press(1)});
+        EXPECT_EQ(r.Run(), RebuildOutcome::Rebuilt);
+        EXPECT_EQ(r.m_log.Lines(), Lever("33", "32"));
+        EXPECT_EQ(r.IconSize(), "32");
+        ASSERT_EQ(r.Texts().size(), 1U);
+        EXPECT_TRUE(r.Texts()[0].starts_with(kShellNotifiedStart + f.windowsName + " of your changes."));
+        EXPECT_FALSE(r.m_state.rebuildPending);
+        EXPECT_EQ(r.refreshedBeforeNotice, std::vector<std::size_t>{0});
 
-void PrintTo(const FlavourRow& row, std::ostream* os) {
-    *os << row.name;
+        Rebuild big(f.system, WithIconSize("48"));
+        big.m_prompt.Answer({PromptAnswer::Press(1)});
+        big.Run();
+        EXPECT_EQ(big.m_log.Lines(), Lever("49", "48"));
+        EXPECT_EQ(big.IconSize(), "48");
+    }
 }
-
-class RebuildOnEachFlavour : public ::testing::TestWithParam<FlavourRow> {};
-
-TEST_P(RebuildOnEachFlavour, AbsentSizeWrites33Then32) {
-    Rebuild r(GetParam().system);
-    r.m_prompt.Answer({PromptAnswer::Press(1)});
-    EXPECT_EQ(r.Run(), RebuildOutcome::Rebuilt);
-    EXPECT_EQ(r.m_log.Lines(), Lever("33", "32"));
-    EXPECT_EQ(r.IconSize(), "32");
-    ASSERT_EQ(r.Texts().size(), 1U);
-    EXPECT_TRUE(r.Texts()[0].starts_with(kShellNotifiedStart + GetParam().windowsName + " of your changes."));
-    EXPECT_FALSE(r.m_state.rebuildPending);
-    EXPECT_EQ(r.refreshedBeforeNotice, std::vector<std::size_t>{0});
-}
-
-TEST_P(RebuildOnEachFlavour, Size48Writes49Then48) {
-    Rebuild r(GetParam().system, WithIconSize("48"));
-    r.m_prompt.Answer({PromptAnswer::Press(1)});
-    r.Run();
-    EXPECT_EQ(r.m_log.Lines(), Lever("49", "48"));
-    EXPECT_EQ(r.IconSize(), "48");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Flavours, RebuildOnEachFlavour,
-    ::testing::Values(FlavourRow{"Win95", kWin95System, "Windows 95"},
-                      FlavourRow{"Win98", test::Win98System(), "Windows 98"},
-                      FlavourRow{"WinNT", test::WinNtSystem(), "Windows NT"},
-                      FlavourRow{"WinNTWithIe4", WithIe(test::WinNtSystem(), "4.72.3110.0"), "Windows NT"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(RebuildIconCache, NewShellIsAskedOnlyOnNt) {
     Rebuild win98(test::Win98System());
@@ -139,24 +132,20 @@ TEST(RebuildIconCache, NewShellIsAskedOnlyOnNt) {
     EXPECT_EQ(nt.shellAsked, 1);
 }
 
+// With the desktop-update shell, with Internet Explorer 4 or none at all.
 TEST(RebuildIconCache, Nt4WithIe4DesktopShellWarnsAndChangesNothing) {
-    Rebuild r(WithIe(test::WinNtSystem(), "4.72.3110.0"), WithIconSize("48"));
-    r.m_prompt.Answer({PromptAnswer::Press(0)});
-    EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
-    EXPECT_TRUE(r.m_log.Lines().empty());
-    EXPECT_TRUE(r.m_system.Calls().empty());
-    ASSERT_EQ(r.Texts().size(), 1U);
-    EXPECT_TRUE(r.Texts()[0].starts_with(kNt4Ie4Start));
-    EXPECT_EQ(r.m_prompt.Shown()[0].buttons, (std::array<std::string, 3>{"OK", "", ""}));
-    EXPECT_TRUE(r.m_state.rebuildPending);
-    EXPECT_TRUE(r.refreshedBeforeNotice.empty());
-}
-
-TEST(RebuildIconCache, Nt4WithoutIeButDesktopShellWarnsToo) {
-    Rebuild r(test::WinNtSystem());
-    r.m_prompt.Answer({PromptAnswer::Press(0)});
-    EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
-    EXPECT_TRUE(r.m_log.Lines().empty());
+    for (const std::string& system : {WithIe(test::WinNtSystem(), "4.72.3110.0"), test::WinNtSystem()}) {
+        Rebuild r(system, WithIconSize("48"));
+        r.m_prompt.Answer({PromptAnswer::Press(0)});
+        EXPECT_EQ(r.Run(true), RebuildOutcome::RefusedOnNt4Ie4);
+        EXPECT_TRUE(r.m_log.Lines().empty());
+        EXPECT_TRUE(r.m_system.Calls().empty());
+        ASSERT_EQ(r.Texts().size(), 1U);
+        EXPECT_TRUE(r.Texts()[0].starts_with(kNt4Ie4Start));
+        EXPECT_EQ(r.m_prompt.Shown()[0].buttons, (std::array<std::string, 3>{"OK", "", ""}));
+        EXPECT_TRUE(r.m_state.rebuildPending);
+        EXPECT_TRUE(r.refreshedBeforeNotice.empty());
+    }
 }
 
 TEST(RebuildIconCache, Nt4WithIe5NotesActiveDesktopThenRebuilds) {

@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <map>
 
 namespace glyphmoor::test {
 namespace {
@@ -31,18 +30,6 @@ ZipEntry Icon(std::string name, std::string data = "icon bytes") {
 
 std::span<const std::byte> Bytes(const std::string& s) {
     return {reinterpret_cast<const std::byte*>(s.data()), s.size()};
-}
-
-// Every file under a folder with its contents.
-std::map<std::string, std::string> Tree(const fs::path& root) {
-    std::map<std::string, std::string> tree;
-    std::error_code ec;
-    for (const auto& e : fs::recursive_directory_iterator(root, ec)) {
-        std::ifstream in(e.path(), std::ios::binary);
-        tree[fs::relative(e.path(), root).string()] =
-            e.is_directory() ? "<folder>" : std::string(std::istreambuf_iterator<char>(in), {});
-    }
-    return tree;
 }
 
 // A stored entry whose bytes hold the local header of a second entry, so the

@@ -11,7 +11,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <map>
 
 namespace glyphmoor::test {
 namespace {
@@ -21,19 +20,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 const std::string kLibrary = "C:\\Program Files\\Glyphmoor\\Themes";
-
-std::map<std::string, std::string> Files(const fs::path& folder) {
-    std::map<std::string, std::string> files;
-    for (const auto& e : fs::directory_iterator(folder)) {
-        if (e.is_directory()) {
-            files[e.path().filename().string()] = "<folder>";
-            continue;
-        }
-        std::ifstream in(e.path(), std::ios::binary);
-        files[e.path().filename().string()] = std::string(std::istreambuf_iterator<char>(in), {});
-    }
-    return files;
-}
 
 OverwriteQuestion Answer(OverwriteAnswer answer, std::vector<std::string>* asked = nullptr) {
     return [answer, asked](std::string_view file) {
@@ -61,7 +47,7 @@ protected:
 
 TEST_F(Bundles, ASavedThemePackedDeletedAndUnpackedComesBackFileForFile) {
     const std::string theme = SaveOcean();
-    const auto before = Files(Host(kLibrary + "\\Ocean"));
+    const auto before = Tree(Host(kLibrary + "\\Ocean"));
     const auto packed = PackTheme(m_app, theme, Zip("Ocean.zip"));
     ASSERT_TRUE(packed.ok()) << packed.reason();
     EXPECT_TRUE(packed->missing.empty());
@@ -73,10 +59,10 @@ TEST_F(Bundles, ASavedThemePackedDeletedAndUnpackedComesBackFileForFile) {
     ASSERT_TRUE(unpacked.ok()) << unpacked.reason();
     EXPECT_EQ(unpacked->themePath, theme);
     EXPECT_EQ(unpacked->written.size(), before.size());
-    EXPECT_EQ(Files(Host(kLibrary + "\\Ocean")), before);
+    EXPECT_EQ(Tree(Host(kLibrary + "\\Ocean")), before);
     // Nothing of the unpack is left beside the theme (and the starter themes).
-    EXPECT_THAT(Files(Host(kLibrary)), ::testing::Contains(::testing::Key("Ocean")));
-    EXPECT_THAT(Files(Host(kLibrary)),
+    EXPECT_THAT(Tree(Host(kLibrary)), ::testing::Contains(::testing::Key("Ocean")));
+    EXPECT_THAT(Tree(Host(kLibrary)),
                 ::testing::Each(::testing::Key(::testing::Not(::testing::StartsWith(".")))));
 }
 
@@ -94,7 +80,7 @@ TEST_F(Bundles, PacksWhatTheThemeNamesLeavingOutMissingFilesAndEarlierFilesOfThe
 
     const auto unpacked = UnpackBundle(*m_machine, Zip("Ocean.zip"), Answer(OverwriteAnswer::Stop));
     ASSERT_TRUE(unpacked.ok()) << unpacked.reason();
-    EXPECT_EQ(Files(Host(kLibrary + "\\Ocean")).at("PIC.ico"), "second");
+    EXPECT_EQ(Tree(Host(kLibrary + "\\Ocean")).at("PIC.ico"), "second");
 }
 
 TEST_F(Bundles, RefusesToPackAThemeNamingMoreThan99Files) {
@@ -161,7 +147,7 @@ TEST_F(Bundles, AsksAboutEachFileThereAlreadyAndDoesWhatTheAnswerSays) {
         std::vector<std::string> asked;
         const auto unpacked = UnpackBundle(*m_machine, Zip("Ocean.zip"), Answer(c.answer, &asked));
         EXPECT_EQ(unpacked.ok(), c.ok);
-        const auto files = Files(Host(kLibrary + "\\Ocean"));
+        const auto files = Tree(Host(kLibrary + "\\Ocean"));
         // A file is found as Windows finds it, without regard to case, and replaced under its new name.
         EXPECT_EQ(files.count("a.ico") + files.count("A.ico"), 1U);
         EXPECT_EQ(files.contains("A.ico") ? files.at("A.ico") : files.at("a.ico"), c.icon);

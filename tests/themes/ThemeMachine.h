@@ -13,9 +13,23 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <string>
 
 namespace glyphmoor::test {
+
+// Every file and folder under a folder, by its relative path, with a file's
+// contents or "<folder>".
+inline std::map<std::string, std::string> Tree(const std::filesystem::path& root) {
+    std::map<std::string, std::string> tree;
+    std::error_code ec;
+    for (const auto& e : std::filesystem::recursive_directory_iterator(root, ec)) {
+        std::ifstream in(e.path(), std::ios::binary);
+        tree[std::filesystem::relative(e.path(), root).generic_string()] =
+            e.is_directory() ? "<folder>" : std::string(std::istreambuf_iterator<char>(in), {});
+    }
+    return tree;
+}
 
 class ThemeMachine : public ::testing::Test {
 protected:
