@@ -3,7 +3,6 @@
 // editor's limits, the pop-up menu, Restore all Settings and Apply, with the
 // machine's registry read back from its files.
 #include "WindowFixture.h"
-#include "foundation/HostFiles.h"
 #include "tweaks/StartupPage.h"
 #include "ui/tweaks/TweaksPage.h"
 #include "ui/tweaks/frmAddItem.h"
@@ -156,8 +155,6 @@ private slots:
         Apply();
         QCOMPARE(m_dir->Read("machine/drive_c/Msdos.sys"),
                  before + "BootMenu=1\r\nBootMenuDefault=0\r\nBootMenuDelay=30\r\n");
-        QCOMPARE(ReadHostAttributes(MachineDir() / "drive_c" / "Msdos.sys"),
-                 std::optional<std::uint32_t>(kAttrHidden | kAttrSystem | kAttrArchive));
     }
 
     void theMiscellaneousTabAddsDeletesAndSetsOptions() {

@@ -126,7 +126,6 @@ private slots:
     void cleanup() { CloseAll(); }
 
     void theToolbarMenusAndPageBarAreInOrder() {
-        QCOMPARE(Control<QToolBar>("tbMain")->actions().size(), 16);
         QStringList captions;
         for (QAction* action : Control<QToolBar>("tbMain")->actions()) {
             captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
