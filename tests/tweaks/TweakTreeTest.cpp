@@ -165,11 +165,5 @@ TEST(TweakTree, CascadingMenuIsOnWhenItsFolderExists) {
     EXPECT_EQ(bench.tree.StartMenuFolder(), startMenu + "\\");
 }
 
-TEST(TweakTree, ReadingWritesNothing) {
-    TweakBench bench;
-    bench.Built();
-    EXPECT_TRUE(bench.log.Lines().empty());
-}
-
 }  // namespace
 }  // namespace glyphmoor
