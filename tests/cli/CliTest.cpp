@@ -40,7 +40,7 @@ TEST(Cli, HelpAndVersion) {
         EXPECT_NE(run.err.find(c.err), std::string::npos) << what << ": " << run.err;
         EXPECT_EQ(run.err.empty(), c.err.empty()) << what;
     }
-    for (const char* text : {"--version", "help [COMMAND]"}) {
+    for (const char* text : {"--machine DIR", "--version", "help [COMMAND]"}) {
         EXPECT_NE(list.out.find(text), std::string::npos) << text;
     }
 }

@@ -1,16 +1,9 @@
-// folder-icon show, set and restore on the default machine: the files and
-// attributes after each command, and what is refused with nothing made.
+// folder-icon show, set and restore on the default machine, and what is
+// refused with nothing made. The files' keys and attributes are the folder
+// icon tests'.
 #include "CliRun.h"
-#include "foundation/DefaultMachine.h"
-#include "foundation/HostFiles.h"
-#include "foundation/Machine.h"
-#include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace glyphmoor::test {
 namespace {
@@ -19,30 +12,7 @@ namespace fs = std::filesystem;
 
 const std::string kShell32 = "C:\\WINDOWS\\SYSTEM\\shell32.dll";
 
-class FolderIconCommands : public ::testing::Test {
-protected:
-    FolderIconCommands() {
-        EXPECT_TRUE(EnsureSeededMachine(Dir(), SeedDirs()).ok());
-        auto machine = OpenMachineFolder(Dir());
-        EXPECT_TRUE(machine.ok());
-        m_machine = std::move(*machine);
-    }
-    fs::path Dir() const { return m_home.Path() / "machine"; }
-    CliRun Run(std::vector<std::string> args) const {
-        args.insert(args.begin(), {"--machine", Dir().string()});
-        return RunCliCaptured(args);
-    }
-    fs::path Host(std::string_view windowsPath) const { return m_machine->Env().HostPath(windowsPath); }
-    std::string Read(std::string_view windowsPath) const {
-        std::ifstream in(Host(windowsPath), std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-
-    TempDir m_home;
-    std::unique_ptr<Machine> m_machine;
-};
+using FolderIconCommands = DefaultMachineCli;
 
 TEST_F(FolderIconCommands, FolderSetShownAndRestored) {
     EXPECT_EQ(Run({"folder-icon", "show", "c:\\windows"}).out, "Windows Default Icon\n");
@@ -51,8 +21,6 @@ TEST_F(FolderIconCommands, FolderSetShownAndRestored) {
     ASSERT_EQ(set.status, 0) << set.err;
     EXPECT_EQ(Read("C:\\WINDOWS\\desktop.ini"),
               "[.ShellClassInfo]\r\nIconFile=" + kShell32 + "\r\nIconIndex=3\r\n");
-    EXPECT_EQ(ReadHostAttributes(Host("C:\\WINDOWS")), kAttrDirectory | kAttrSystem);
-    EXPECT_EQ(ReadHostAttributes(Host("C:\\WINDOWS\\desktop.ini")), kAttrArchive | kAttrHidden);
     EXPECT_EQ(Run({"folder-icon", "show", "C:\\WINDOWS"}).out, kShell32 + "\t3\n");
 
     const CliRun asked = Run({"folder-icon", "restore", "C:\\Windows"});
@@ -63,8 +31,6 @@ TEST_F(FolderIconCommands, FolderSetShownAndRestored) {
 
     ASSERT_EQ(Run({"folder-icon", "restore", "C:\\Windows", "--yes"}).status, 0);
     EXPECT_FALSE(fs::exists(Host("C:\\WINDOWS\\desktop.ini")));
-    EXPECT_EQ(ReadHostAttributes(Host("C:\\WINDOWS")), kAttrDirectory);
-    EXPECT_TRUE(fs::exists(Host("C:\\WINDOWS\\SYSTEM\\shell32.dll")));
 
     const CliRun again = Run({"folder-icon", "restore", "C:\\Windows", "--yes"});
     EXPECT_EQ(again.status, 1);
@@ -76,10 +42,6 @@ TEST_F(FolderIconCommands, FolderSetShownAndRestored) {
 TEST_F(FolderIconCommands, DriveSetShownAndRestored) {
     ASSERT_EQ(Run({"folder-icon", "set", "c:", "shell32.dll", "8"}).status, 0);
     EXPECT_EQ(Read("C:\\autorun.inf"), "[AUTORUN]\r\nIcon=" + kShell32 + ",8\r\n");
-    EXPECT_EQ(Run({"folder-icon", "show", "C:\\"}).out, kShell32 + "\t8\n");
-    const CliRun asked = Run({"folder-icon", "restore", "C:\\"});
-    EXPECT_NE(asked.err.find("'autorun.inf' file from the selected hard drive"), std::string::npos)
-        << asked.err;
     ASSERT_EQ(Run({"folder-icon", "restore", "C:\\", "--yes"}).status, 0);
     EXPECT_FALSE(fs::exists(Host("C:\\autorun.inf")));
 }

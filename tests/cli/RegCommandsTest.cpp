@@ -2,7 +2,6 @@
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace glyphmoor::test {
 namespace {
@@ -62,7 +61,6 @@ TEST(RegCommands, BadCommandLinesAreRefusedWithUsage) {
         {{"reg", "write-dword", kKey, "n", "4294967296"}, 2, "is not a 32-bit number"},
         {{"reg", "write-binary", kKey, "b", "abc"}, 2, "is not hex bytes"},
         {{"reg", "frobnicate"}, 2, "unknown command 'reg frobnicate'"},
-        {{"nothing"}, 2, "unknown command 'nothing'"},
     };
     for (const auto& c : cases) {
         const CliRun run = Cli(machine, c.args);
@@ -154,20 +152,9 @@ TEST(RegCommands, AMachineThatCannotBeOpenedIsNamedInTheError) {
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("system.reg:1: not a Wine registry file"), std::string::npos) << run.err;
 
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(RunCli({"--machine", "/nonexistent/machine", "reg", "keys", "HKEY_USERS"}, out, err), 1);
-    EXPECT_NE(err.str().find("does not exist"), std::string::npos);
-}
-
-TEST(RegCommands, HelpListsEveryCommand) {
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(RunCli({"help"}, out, err), 0);
-    for (const char* command :
-         {"reg read PATH NAME", "reg write-binary PATH NAME HEX", "reg values PATH", "--machine DIR"}) {
-        EXPECT_NE(out.str().find(command), std::string::npos) << command;
-    }
+    const CliRun absent = RunCliCaptured({"--machine", "/nonexistent/machine", "reg", "keys", "HKEY_USERS"});
+    EXPECT_EQ(absent.status, 1);
+    EXPECT_NE(absent.err.find("does not exist"), std::string::npos);
 }
 
 }  // namespace

@@ -35,16 +35,14 @@ TEST(TweakCommands, SetAppliesAndSaysWhetherARestartIsNeeded) {
     EXPECT_EQ(run.out, "restart needed\n");
 }
 
+// The boot options are listed and set as the other tweaks; how they read and
+// write Msdos.sys is the boot option tests'.
 TEST(TweakCommands, BootOptionsAreKeysOfMsdosSys) {
     const TempMachine machine;
     machine.Folder().Write("drive_c/MSDOS.SYS", "[Options]\r\nBootDelay=abc\r\nNetwork=0\r\n");
-    CliRun run = Cli(machine, {"tweaks"});
-    EXPECT_NE(run.out.find("value\tBoot\tStartup Delay\tStartup Delay\t2\n"), std::string::npos);
-    EXPECT_NE(run.out.find("check\tSafe Mode\tEnable Network Support\tEnable Network Support\toff\n"),
-              std::string::npos);
-    run = Cli(machine, {"tweaks", "set", "Startup Delay=31"});
-    EXPECT_EQ(run.err, "glyphmoor-cli: 'Startup Delay' takes a number from 0 to 30; nothing was changed\n");
-    run = Cli(machine, {"tweaks", "set", "enable network support=on"});
+    const std::string network = "check\tSafe Mode\tEnable Network Support\tEnable Network Support\t";
+    EXPECT_NE(Cli(machine, {"tweaks"}).out.find(network + "off\n"), std::string::npos);
+    const CliRun run = Cli(machine, {"tweaks", "set", "enable network support=on"});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(machine.Folder().Read("drive_c/MSDOS.SYS"),
               "[Options]\r\nBootDelay=abc\r\nNetwork=1\r\nBootWarn=1\r\nBootFailSafe=0\r\n");

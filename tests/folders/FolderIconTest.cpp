@@ -12,7 +12,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 namespace glyphmoor::test {
 namespace {
@@ -38,13 +37,7 @@ protected:
         std::ofstream(Host(windowsPath), std::ios::binary) << text;
     }
     std::optional<std::string> Read(std::string_view windowsPath) const {
-        std::ifstream in(Host(windowsPath), std::ios::binary);
-        if (!in) {
-            return std::nullopt;
-        }
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
+        return FileBytes(Host(windowsPath));
     }
     std::optional<std::uint32_t> Attributes(std::string_view windowsPath) const {
         return ReadHostAttributes(Host(windowsPath));

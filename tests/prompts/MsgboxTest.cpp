@@ -25,9 +25,8 @@ constexpr int kNoResult = -1;
 // A machine of one flavour with everything a message needs.
 class MsgboxTest : public ::testing::Test {
 protected:
-    explicit MsgboxTest(std::string_view system = test::Win98System())
-        : m_folder(system),
-          m_machine(m_folder.Open()),
+    MsgboxTest()
+        : m_machine(m_folder.Open()),
           m_app(InitEnvironment(m_machine->Env())),
           m_prompt(m_system, m_app.helpFile) {
         m_system.SetOpensDocuments(false);
@@ -241,126 +240,112 @@ TEST_F(MsgboxTest, WindowsNameFollowsTheFlavour) {
     }
 }
 
-// "Dialog Overwrite": only 1 silences; a tick is stored whatever closed the dialog.
-TEST_F(MsgboxTest, OverwriteQuestionSilencedOnlyByOne) {
+// "Dialog Overwrite": only 1 silences, and then the answer is "Yes". A tick is
+// stored whatever closed the dialog, Escape keeping the box of the last button
+// press (here an earlier message's); no tick, no value.
+TEST_F(MsgboxTest, OverwriteQuestionIsSilencedOnlyByOneAndStoresTheTick) {
     const struct {
+        const char* name;
         const char* stored;  // nullptr: no value
+        PromptAnswer answer;
+        std::int16_t result;
         bool shown;
-    } cases[] = {{nullptr, true}, {"0", true}, {"2", true}, {"1", false}, {"-1", true}};
+        std::optional<std::int32_t> after;  // "Dialog Overwrite" afterwards
+    } cases[] = {
+        {"absent", nullptr, PromptAnswer::Press(2), 2, true, kRegDwordUnreadable},
+        {"0", "0", PromptAnswer::Press(0), 0, true, std::nullopt},
+        {"2", "2", PromptAnswer::Press(0), 0, true, std::nullopt},
+        {"-1", "-1", PromptAnswer::Press(0), 0, true, std::nullopt},
+        {"1", "1", PromptAnswer::Press(0), 2, false, 1},
+        {"ticked at Cancel", nullptr, PromptAnswer::Press(0, true), 0, true, 1},
+        {"Escape after an earlier tick", nullptr, PromptAnswer::Escape(), 4, true, 1},
+    };
     for (const auto& row : cases) {
-        SCOPED_TRACE(row.stored ? row.stored : "absent");
+        SCOPED_TRACE(row.name);
         DeleteRegValue(Registry(), kSettingsPath, kDialogOverwrite);
         if (row.stored != nullptr) {
             SetRegDword(Registry(), kSettingsPath, kDialogOverwrite, std::stoi(row.stored));
         }
-        ScriptedPrompt prompt(m_system, m_app.helpFile, {PromptAnswer::Press(0)});
+        ScriptedPrompt prompt(m_system, m_app.helpFile);
         MsgContext c{prompt, Registry(), m_system, m_app, m_state};
-        const std::int16_t result = MsgConfirmOverwriteTheme(c, "Theme");
-        EXPECT_EQ(prompt.Shown().size(), row.shown ? 1U : 0U);
-        EXPECT_EQ(result, row.shown ? 0 : 2);
+        if (row.answer.kind == PromptAnswer::Kind::Escape) {
+            prompt.Answer({PromptAnswer::Press(1, true)});
+            MsgShellNotified(c);
+            DeleteRegValue(Registry(), kSettingsPath, kDialogRebuild);
+        }
+        const std::size_t before = prompt.Shown().size();
+        prompt.Answer({row.answer});
+        EXPECT_EQ(MsgConfirmOverwriteTheme(c, "Theme"), row.result);
+        EXPECT_EQ(prompt.Shown().size() - before, row.shown ? 1U : 0U);
+        if (row.after) {
+            EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogOverwrite), *row.after);
+        }
     }
 }
 
-TEST_F(MsgboxTest, OverwriteTickStoredEvenOnCancel) {
-    m_prompt.Answer({PromptAnswer::Press(0, true)});
-    auto c = Context();
-    EXPECT_EQ(MsgConfirmOverwriteTheme(c, "Theme"), 0);
-    EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogOverwrite), 1);
-    // From then on the question answers "Yes" without a dialog.
-    EXPECT_EQ(MsgConfirmOverwriteTheme(c, "Theme"), 2);
-    EXPECT_EQ(m_prompt.Shown().size(), 1U);
-}
-
-TEST_F(MsgboxTest, OverwriteUntickedLeavesNoValue) {
-    m_prompt.Answer({PromptAnswer::Press(2, false)});
-    auto c = Context();
-    EXPECT_EQ(MsgConfirmOverwriteTheme(c, "Theme"), 2);
-    EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogOverwrite), kRegDwordUnreadable);
-}
-
-// Escape keeps the box of the last button press, here that of an earlier
-// message, and the overwrite question stores it.
-TEST_F(MsgboxTest, OverwriteAfterEscapeStoresAnEarlierTick) {
-    auto c = Context();
-    m_prompt.Answer({PromptAnswer::Press(1, true)});
-    MsgShellNotified(c);
-    DeleteRegValue(Registry(), kSettingsPath, kDialogRebuild);
-    m_prompt.Answer({PromptAnswer::Escape()});
-    EXPECT_EQ(MsgConfirmOverwriteTheme(c, "Theme"), 4);
-    EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogOverwrite), 1);
-}
-
+// The notice clears the pending rebuild and stores its tick; silenced, nothing
+// shows and the rebuild stays pending. Its help opens nothing.
 TEST_F(MsgboxTest, ShellNotifiedClearsRebuildPendingAndStoresTheTick) {
     auto c = Context();
-    m_state.rebuildPending = true;
-    m_prompt.Answer({PromptAnswer::Press(1, false)});
-    MsgShellNotified(c);
-    EXPECT_FALSE(m_state.rebuildPending);
-    EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogRebuild), kRegDwordUnreadable);
-
-    m_state.rebuildPending = true;
-    m_prompt.Answer({PromptAnswer::Press(1, true)});
-    MsgShellNotified(c);
-    EXPECT_FALSE(m_state.rebuildPending);
-    EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogRebuild), 1);
-
-    // Silenced: nothing shows and the flag stays.
-    m_state.rebuildPending = true;
-    MsgShellNotified(c);
-    EXPECT_TRUE(m_state.rebuildPending);
-    EXPECT_EQ(m_prompt.Shown().size(), 2U);
-}
-
-TEST_F(MsgboxTest, ShellNotifiedHelpOpensNothing) {
-    auto c = Context();
-    m_prompt.Answer({PromptAnswer::Press(0), PromptAnswer::Press(1)});
-    MsgShellNotified(c);
-    EXPECT_TRUE(m_system.Calls().empty());
-    EXPECT_EQ(m_prompt.PromptResult(), 1);
-}
-
-struct RestartRow {
-    const char* name;
-    PromptAnswer answer;
-    bool restarts;
-};
-
-void PrintTo(const RestartRow& row, std::ostream* os) {
-    *os << row.name;
-}
-
-class RestartTest : public MsgboxTest, public ::testing::WithParamInterface<std::tuple<RestartRow, bool>> {
-protected:
-    RestartTest() : MsgboxTest(std::get<1>(GetParam()) ? test::WinNtSystem() : test::Win98System()) {}
-};
-
-TEST_P(RestartTest, ActsOnItsAnswer) {
-    const auto& [row, nt] = GetParam();
-    m_state.restartNeeded = true;
-    m_prompt.Answer({row.answer});
-    auto c = Context();
-    MsgRestartNow(c);
-    std::vector<std::string> expected;
-    if (row.restarts) {
-        if (nt) {
-            expected.emplace_back("EnableShutdownPrivilege");
+    const struct {
+        std::vector<PromptAnswer> answers;
+        std::size_t shown;  // in all, so far
+        bool pending;
+        std::int32_t stored;
+    } steps[] = {
+        {{PromptAnswer::Press(0), PromptAnswer::Press(1, false)}, 1, false, kRegDwordUnreadable},
+        {{PromptAnswer::Press(1, true)}, 2, false, 1},
+        {{}, 2, true, 1},
+    };
+    for (const auto& step : steps) {
+        m_state.rebuildPending = true;
+        for (const PromptAnswer& answer : step.answers) {
+            m_prompt.Answer({answer});
         }
-        expected.emplace_back("ExitWindowsEx 0x2 0xffffffff");
+        MsgShellNotified(c);
+        EXPECT_EQ(m_prompt.Shown().size(), step.shown);
+        EXPECT_EQ(m_state.rebuildPending, step.pending);
+        EXPECT_EQ(GetRegDword(Registry(), kSettingsPath, kDialogRebuild), step.stored);
     }
-    EXPECT_EQ(m_system.Calls(), expected);
-    EXPECT_EQ(m_state.restartPending, !row.restarts);
-    EXPECT_EQ(m_state.restartNeeded, row.restarts);
+    EXPECT_TRUE(m_system.Calls().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Answers, RestartTest,
-    ::testing::Combine(::testing::Values(RestartRow{"No", PromptAnswer::Press(0), false},
-                                         RestartRow{"Yes", PromptAnswer::Press(1), true},
-                                         RestartRow{"Escape", PromptAnswer::Escape(), true}),
-                       ::testing::Bool()),
-    [](const auto& row) {
-        return std::string(std::get<0>(row.param).name) + (std::get<1>(row.param) ? "OnNt" : "On98");
-    });
+// The restart question: "Yes" and Escape restart (on Windows NT with the
+// privilege enabled first); "No" leaves the restart pending.
+TEST(MsgRestartNow, ActsOnItsAnswer) {
+    const struct {
+        const char* name;
+        PromptAnswer answer;
+        bool restarts;
+    } rows[] = {{"No", PromptAnswer::Press(0), false},
+                {"Yes", PromptAnswer::Press(1), true},
+                {"Escape", PromptAnswer::Escape(), true}};
+    for (const bool nt : {false, true}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + (nt ? " on NT" : " on 98"));
+            test::TempMachine folder(nt ? test::WinNtSystem() : test::Win98System());
+            const auto machine = folder.Open();
+            const AppEnvironment app = InitEnvironment(machine->Env());
+            RecordingSystem system;
+            system.SetOpensDocuments(false);
+            ScriptedPrompt prompt(system, app.helpFile, {row.answer});
+            AppState state;
+            state.restartNeeded = true;
+            MsgContext c{prompt, machine->Registry(), system, app, state};
+            MsgRestartNow(c);
+            std::vector<std::string> expected;
+            if (row.restarts && nt) {
+                expected.emplace_back("EnableShutdownPrivilege");
+            }
+            if (row.restarts) {
+                expected.emplace_back("ExitWindowsEx 0x2 0xffffffff");
+            }
+            EXPECT_EQ(system.Calls(), expected);
+            EXPECT_EQ(state.restartPending, !row.restarts);
+            EXPECT_EQ(state.restartNeeded, row.restarts);
+        }
+    }
+}
 
 }  // namespace
 }  // namespace glyphmoor

@@ -30,7 +30,14 @@ void TempDir::Write(const fs::path& relative, std::string_view contents) const {
 }
 
 std::string TempDir::Read(const fs::path& relative) const {
-    std::ifstream in(m_path / relative, std::ios::binary);
+    return FileBytes(m_path / relative).value_or("");
+}
+
+std::optional<std::string> FileBytes(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+        return std::nullopt;
+    }
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();

@@ -27,6 +27,9 @@ private:
     std::filesystem::path m_path;
 };
 
+// The bytes of a file, or nothing when it cannot be read.
+std::optional<std::string> FileBytes(const std::filesystem::path& file);
+
 // A hive file: the header Wine writes, then body.
 std::string HiveText(std::string_view relativeRoot, std::string_view body);
 

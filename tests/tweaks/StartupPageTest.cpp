@@ -21,12 +21,6 @@ constexpr std::string_view kFolderVerb = "HKEY_CLASSES_ROOT\\Folder\\shell\\Chan
 constexpr std::string_view kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphmoor\\Settings";
 constexpr std::string_view kUserRun = "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 
-void Toggle(TweakBench& bench, std::string_view key) {
-    MsgContext messages = bench.Messages();
-    const ToggleOutcome outcome = ToggleTweak(bench.tree, messages, key);
-    ASSERT_TRUE(outcome == ToggleOutcome::TurnedOn || outcome == ToggleOutcome::TurnedOff) << key;
-}
-
 TEST(StartupPage, OptionsWriteTheVerbsAndThePositionsSetting) {
     TweakBench bench;
     bench.Built();
@@ -34,9 +28,9 @@ TEST(StartupPage, OptionsWriteTheVerbsAndThePositionsSetting) {
     EXPECT_EQ(bench.Image(kOptionContextMenu), kTweakImageOff);
     EXPECT_EQ(bench.Image(kOptionChangeIcon), kTweakImageOff);
     EXPECT_EQ(bench.Image(kOptionRestorePosition), kTweakImageOff);
-    Toggle(bench, kOptionContextMenu);
-    Toggle(bench, kOptionChangeIcon);
-    Toggle(bench, kOptionRestorePosition);
+    bench.Toggle(kOptionContextMenu);
+    bench.Toggle(kOptionChangeIcon);
+    bench.Toggle(kOptionRestorePosition);
     bench.Apply();
     const std::string program = "\"C:\\Program Files\\Glyphmoor\\Glyphmoor.exe\"";
     EXPECT_EQ(bench.Get(kMyComputer, ""), "&Glyphmoor");
@@ -49,8 +43,8 @@ TEST(StartupPage, OptionsWriteTheVerbsAndThePositionsSetting) {
     for (std::string_view key : {kOptionContextMenu, kOptionChangeIcon, kOptionRestorePosition}) {
         EXPECT_TRUE(bench.tree.ReadCheck(*bench.tree.Find(key)->row, key)) << key;
     }
-    Toggle(bench, kOptionContextMenu);
-    Toggle(bench, kOptionChangeIcon);
+    bench.Toggle(kOptionContextMenu);
+    bench.Toggle(kOptionChangeIcon);
     bench.Apply();
     EXPECT_FALSE(RegKeyExists(bench.machine->Registry(), kMyComputer));
     EXPECT_FALSE(RegKeyExists(bench.machine->Registry(), kFolderVerb));
@@ -60,8 +54,8 @@ TEST(StartupPage, RestoreDefaultsSetsTheTwoOptionsOnly) {
     TweakBench bench;
     bench.Built();
     BuildOptionGroup(bench.tree);
-    Toggle(bench, kOptionContextMenu);
-    Toggle(bench, kOptionChangeIcon);
+    bench.Toggle(kOptionContextMenu);
+    bench.Toggle(kOptionChangeIcon);
     RestoreTweakDefaults(bench.tree, bench.state);
     EXPECT_EQ(bench.Image(kOptionContextMenu), kTweakImageOff);
     EXPECT_EQ(bench.Image(kOptionRestorePosition), kTweakImageOn);

@@ -23,22 +23,11 @@ std::string Send(std::string_view call) {
     return "send\t" + std::string(call);
 }
 
-void Toggle(TweakBench& bench, std::string_view key) {
-    MsgContext messages = bench.Messages();
-    ASSERT_NE(ToggleTweak(bench.tree, messages, key), ToggleOutcome::Refused);
-}
-
-TEST(TweakApply, NothingChangedWritesNothing) {
-    TweakBench bench;
-    bench.Built();
-    bench.Apply();
-    EXPECT_TRUE(bench.log.Lines().empty());
-}
-
+// Only a changed group is written: once applied, it is written no more.
 TEST(TweakApply, AChangedGroupIsWrittenWholeInOrderWithItsCalls) {
     TweakBench bench;
     bench.Built();
-    Toggle(bench, "Non-blinking Cursor");
+    bench.Toggle("Non-blinking Cursor");
     bench.Apply();
     const std::string sound = "HKEY_CURRENT_USER\\Control Panel\\Sound";
     const Lines expected = {
@@ -61,9 +50,9 @@ TEST(TweakApply, AChangedGroupIsWrittenWholeInOrderWithItsCalls) {
 TEST(TweakApply, GroupsAreWrittenInApplyOrder) {
     TweakBench bench;
     bench.Built();
-    Toggle(bench, "Remove 'Run' Command");
-    Toggle(bench, "Swap Mouse Buttons");
-    Toggle(bench, "Large Icons");
+    bench.Toggle("Remove 'Run' Command");
+    bench.Toggle("Swap Mouse Buttons");
+    bench.Toggle("Large Icons");
     bench.Apply();
     Lines paths;
     for (const std::string& line : bench.log.Lines()) {
@@ -84,7 +73,7 @@ TEST(TweakApply, GroupsAreWrittenInApplyOrder) {
 TEST(TweakApply, FontSmoothingOnNtWritesTwoAndReadsBackOff) {
     TweakBench bench(test::WinNtSystem());
     bench.Built();
-    Toggle(bench, "Font Smoothing");
+    bench.Toggle("Font Smoothing");
     bench.Apply();
     EXPECT_EQ(bench.log.Lines().at(0), Write(kDesk, "FontSmoothing", "2"));
     EXPECT_EQ(bench.log.Lines().at(1), Send("SystemParametersInfo 0x4b 2 null 0"));
@@ -97,8 +86,8 @@ TEST(TweakApply, StretchReappliesTheWallpaperAndDelayUntilClickedHasTheLastWord)
     TweakBench bench(test::WinNtSystem());
     bench.Set(kDesk, "Wallpaper", "C:\\WINNT\\clouds.bmp");
     bench.Built();
-    Toggle(bench, "Stretch Desktop Wallpaper");
-    Toggle(bench, "Delay Until Clicked");
+    bench.Toggle("Stretch Desktop Wallpaper");
+    bench.Toggle("Delay Until Clicked");
     ScrollTweakValue(bench.tree, bench.state, "Menu Show Delay", 250);
     bench.Apply();
     const Lines& lines = bench.log.Lines();
@@ -106,7 +95,7 @@ TEST(TweakApply, StretchReappliesTheWallpaperAndDelayUntilClickedHasTheLastWord)
                         Send("SystemParametersInfo 0x14 0 \"C:\\WINNT\\clouds.bmp\" 3")),
               lines.end());
     EXPECT_EQ(bench.Get(kDesk, "MenuShowDelay"), "65535");
-    Toggle(bench, "Delay Until Clicked");
+    bench.Toggle("Delay Until Clicked");
     bench.Apply();
     EXPECT_EQ(bench.Get(kDesk, "MenuShowDelay"), "250");
 }
@@ -114,12 +103,12 @@ TEST(TweakApply, StretchReappliesTheWallpaperAndDelayUntilClickedHasTheLastWord)
 TEST(TweakApply, MenuVerbsAreMadeAndDeletedWithTheirCommandKeys) {
     TweakBench bench;
     bench.Built();
-    Toggle(bench, "Explore From Here");
+    bench.Toggle("Explore From Here");
     bench.Apply();
     EXPECT_EQ(bench.Get("HKEY_CLASSES_ROOT\\Folder\\Shell\\RootExplore\\Command", ""),
               "EXPLORER.EXE /E,/Root,/IDList,%I");
     EXPECT_EQ(bench.Get("HKEY_CLASSES_ROOT\\Folder\\Shell\\RootExplore", ""), "E&xplore From Here");
-    Toggle(bench, "Explore From Here");
+    bench.Toggle("Explore From Here");
     bench.log = ChangeLog();
     bench.Apply();
     EXPECT_FALSE(RegKeyExists(bench.machine->Registry(), "HKEY_CLASSES_ROOT\\Folder\\Shell\\RootExplore"));
@@ -143,10 +132,10 @@ TEST(TweakApply, CascadingMenusMakeAndRemoveTheirFolders) {
     const std::string key = "Recycle Bin.{645FF040-5081-101B-9F08-00AA002F954E}";
     const auto folder = bench.machine->Env().HostPath(startMenu + "\\" + key);
     bench.Built();
-    Toggle(bench, key);
+    bench.Toggle(key);
     bench.Apply();
     EXPECT_TRUE(std::filesystem::is_directory(folder));
-    Toggle(bench, key);
+    bench.Toggle(key);
     bench.Apply();
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
@@ -156,7 +145,7 @@ TEST(TweakApply, OnAWinePrefixOnlyChangedItemsAreWritten) {
     ASSERT_TRUE(KeepsOwnDefaults(bench.app.kind));
     bench.Set(kDesk, "CursorBlinkRate", "530");
     bench.Built();
-    Toggle(bench, "Smooth Scrolling");
+    bench.Toggle("Smooth Scrolling");
     ScrollTweakValue(bench.tree, bench.state, "Drag Width", 6);
     bench.Apply();
     const Lines expected = {
@@ -184,9 +173,9 @@ TEST(TweakApply, OnAWinePrefixRestoringPutsBackWhatTheMachineHeld) {
     bench.Set(kDesk, "DragWidth", "4");
     bench.Built();
     ScrollTweakValue(bench.tree, bench.state, "Drag Width", 9);
-    Toggle(bench, "Smooth Scrolling");
-    Toggle(bench, "Swap Mouse Buttons");
-    Toggle(bench, "Swap Mouse Buttons");  // and back: never written
+    bench.Toggle("Smooth Scrolling");
+    bench.Toggle("Swap Mouse Buttons");
+    bench.Toggle("Swap Mouse Buttons");  // and back: never written
     bench.Apply();
     ASSERT_EQ(bench.Get(kDesk, "DragWidth"), "9");
 

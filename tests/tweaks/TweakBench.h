@@ -11,7 +11,10 @@
 #include "support/ScriptedPrompt.h"
 #include "support/TempMachine.h"
 #include "tweaks/TweakApply.h"
+#include "tweaks/TweakEditing.h"
 #include "tweaks/TweakTree.h"
+
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
@@ -54,6 +57,12 @@ public:
     }
     MsgContext Messages() { return {prompt, machine->Registry(), system, app, state}; }
     void Apply() { ApplyTweaks(tree, logged, loggedSystem); }
+    // Toggles `key` as a click does; a test fails where it is refused.
+    void Toggle(std::string_view key) {
+        MsgContext messages = Messages();
+        const ToggleOutcome outcome = ToggleTweak(tree, messages, key);
+        ASSERT_TRUE(outcome == ToggleOutcome::TurnedOn || outcome == ToggleOutcome::TurnedOff) << key;
+    }
     [[nodiscard]] int Image(std::string_view key) const {
         const TweakNode* node = tree.Find(key);
         return node != nullptr ? node->image : -1;

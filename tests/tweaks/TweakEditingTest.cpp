@@ -18,34 +18,31 @@ struct ConfirmCase {
     std::string_view question;  // how the question begins
 };
 
-class Confirmations : public ::testing::TestWithParam<ConfirmCase> {};
-
-TEST_P(Confirmations, OnlyOkTurnsTheItemOn) {
-    const ConfirmCase& c = GetParam();
-    TweakBench bench;
-    bench.Built();
-    bench.prompt.Answer({PromptAnswer::Press(c.press)});
-    MsgContext messages = bench.Messages();
-    const ToggleOutcome outcome = ToggleTweak(bench.tree, messages, c.key);
-    ASSERT_EQ(bench.prompt.Shown().size(), 1U);
-    EXPECT_TRUE(bench.prompt.Shown()[0].text.starts_with(c.question));
-    EXPECT_EQ(outcome, c.turnedOn ? ToggleOutcome::TurnedOn : ToggleOutcome::Refused);
-    EXPECT_EQ(bench.Image(c.key), c.turnedOn ? kTweakImageOn : kTweakImageOff);
-    EXPECT_EQ(bench.state.applyEnabled, c.turnedOn);
-    EXPECT_EQ(bench.tree.GroupChanged(bench.tree.TopGroupOf(c.key)), c.turnedOn);
-    EXPECT_EQ(bench.state.restartNeeded, c.turnedOn && std::string_view(c.key) != "Note Pad");
+// Only "OK" turns the item on. Buttons are counted from the right: Command(0)
+// is the rightmost.
+TEST(TweakEditing, OnlyOkTurnsAConfirmedItemOn) {
+    const ConfirmCase cases[] = {{"NotepadOk", "Note Pad", 1, true, "Adding Notepad"},
+                                 {"NotepadCancel", "Note Pad", 0, false, "Adding Notepad"},
+                                 {"NetworkOk", "Hide Network Neighborhood", 2, true, "Hiding Network"},
+                                 {"NetworkCancel", "Hide Network Neighborhood", 1, false, "Hiding Network"},
+                                 {"DesktopOk", "Disable Desktop", 1, true, "Disabling the Desktop"},
+                                 {"DesktopCancel", "Disable Desktop", 0, false, "Disabling the Desktop"}};
+    for (const ConfirmCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        TweakBench bench;
+        bench.Built();
+        bench.prompt.Answer({PromptAnswer::Press(c.press)});
+        MsgContext messages = bench.Messages();
+        const ToggleOutcome outcome = ToggleTweak(bench.tree, messages, c.key);
+        ASSERT_EQ(bench.prompt.Shown().size(), 1U);
+        EXPECT_TRUE(bench.prompt.Shown()[0].text.starts_with(c.question));
+        EXPECT_EQ(outcome, c.turnedOn ? ToggleOutcome::TurnedOn : ToggleOutcome::Refused);
+        EXPECT_EQ(bench.Image(c.key), c.turnedOn ? kTweakImageOn : kTweakImageOff);
+        EXPECT_EQ(bench.state.applyEnabled, c.turnedOn);
+        EXPECT_EQ(bench.tree.GroupChanged(bench.tree.TopGroupOf(c.key)), c.turnedOn);
+        EXPECT_EQ(bench.state.restartNeeded, c.turnedOn && std::string_view(c.key) != "Note Pad");
+    }
 }
-
-// Buttons are counted from the right: Command(0) is the rightmost.
-INSTANTIATE_TEST_SUITE_P(
-    TweakEditing, Confirmations,
-    ::testing::Values(ConfirmCase{"NotepadOk", "Note Pad", 1, true, "Adding Notepad"},
-                      ConfirmCase{"NotepadCancel", "Note Pad", 0, false, "Adding Notepad"},
-                      ConfirmCase{"NetworkOk", "Hide Network Neighborhood", 2, true, "Hiding Network"},
-                      ConfirmCase{"NetworkCancel", "Hide Network Neighborhood", 1, false, "Hiding Network"},
-                      ConfirmCase{"DesktopOk", "Disable Desktop", 1, true, "Disabling the Desktop"},
-                      ConfirmCase{"DesktopCancel", "Disable Desktop", 0, false, "Disabling the Desktop"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(TweakEditing, EscapeRefusesAndTurningOffNeverAsks) {
     TweakBench bench;

@@ -1,15 +1,12 @@
 // The about box: its version and memory texts, its two address labels and
 // how it closes. A screenshot goes to $GLYPHMOOR_SCREENSHOT_DIR when set.
+#include "DialogSteps.h"
 #include "foundation/PhysicalMemory.h"
 #include "foundation/Version.h"
 #include "ui/about/frmAbout.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
-#include <QtTest>
-
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -55,11 +52,7 @@ private slots:
         m_about->Label(4)->setText(QStringLiteral("stale"));
         QTRY_VERIFY_WITH_TIMEOUT(figure.match(Text(4)).hasMatch(), 3000);
 
-        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
-        if (!dir.isEmpty()) {
-            std::filesystem::create_directories(dir.toStdString());
-            QVERIFY(m_about->grab().save(QString::fromUtf8(dir) + QStringLiteral("/about.png")));
-        }
+        Screenshot(*m_about, QStringLiteral("about"));
     }
 
     void theLabelsOpenMailAndWebAddresses() {

@@ -1,6 +1,7 @@
 // The shipped help: a topic for every page, dialog and message keyword, its
 // files and links whole, and the help window showing them. A screenshot goes
 // to $GLYPHMOOR_SCREENSHOT_DIR when set.
+#include "DialogSteps.h"
 #include "foundation/InstallPaths.h"
 #include "prompts/Prompt.h"
 #include "ui/help/HelpTopics.h"
@@ -106,11 +107,7 @@ private slots:
         ShowHelpTopic("no such topic", nullptr);
         QCOMPARE(browser->source().fileName(), QStringLiteral("index.html"));
 
-        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
-        if (!dir.isEmpty()) {
-            std::filesystem::create_directories(dir.toStdString());
-            QVERIFY(window->grab().save(QString::fromUtf8(dir) + QStringLiteral("/help.png")));
-        }
+        Screenshot(*window, QStringLiteral("help"));
         window->close();
     }
 };

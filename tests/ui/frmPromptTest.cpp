@@ -1,20 +1,19 @@
 // The message dialog as the window shows it, on the offscreen platform: its
 // geometry by the layout rules, and its keys.
+#include "DialogSteps.h"
 #include "foundation/AppEnvironment.h"
 #include "foundation/AppState.h"
-#include "foundation/FakeEnvironment.h"
 #include "foundation/System.h"
 #include "prompts/modMsgbox.h"
+#include "support/TempMachine.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/prompt/frmPrompt.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QtTest>
 #include <array>
 #include <functional>
@@ -50,14 +49,8 @@ QPushButton* Command(frmPrompt& dialog, int index) {
     return dialog.findChild<QPushButton*>(QString("Command(%1)").arg(index));
 }
 
-// Saves a picture of the dialog when GLYPHMOOR_SCREENSHOT_DIR names a folder.
-void Screenshot(QWidget& dialog, const QString& name) {
-    const QString dir = qEnvironmentVariable("GLYPHMOOR_SCREENSHOT_DIR");
-    if (!dir.isEmpty()) {
-        QDir().mkpath(dir);
-        dialog.grab().save(dir + "/" + name + ".png");
-    }
-}
+using test::Screenshot;
+using test::WhenShown;
 
 const char* const kLongText =
     "Glyphmoor has notified Windows 98 of your changes.\n\nWindows 95 and Windows NT contains flaws that can "
@@ -229,9 +222,7 @@ void frmPromptTest::theWindowsHelpButtonShowsTheProgramsHelp() {
     RecordingSystem system;
     WindowPrompt prompt(system, "C:\\Glyphmoor.hlp");
     QString shown;
-    QTimer::singleShot(0, [&shown] {
-        auto* dialog = qobject_cast<frmPrompt*>(QApplication::activeModalWidget());
-        QVERIFY(dialog != nullptr);
+    WhenShown<frmPrompt>([&shown](frmPrompt* dialog) {
         QTest::mouseClick(Command(*dialog, 0), Qt::LeftButton);
         // The help opens beside the message, which stays open, and can be used.
         auto* help = dialog->findChild<HelpWindow*>();
@@ -264,37 +255,19 @@ void frmPromptTest::spaceTicksTheBoxTakenAtThePress() {
 void frmPromptTest::windowPromptRunsModally() {
     RecordingSystem system;
     WindowPrompt prompt(system, "C:\\Glyphmoor.hlp");
-    const FakeEnvironment machine(std::filesystem::temp_directory_path());
-    AppEnvironment app(machine);
-    app.windowsName = "Windows 98";
+    const test::TempMachine folder;
+    const auto machine = folder.Open();
+    const AppEnvironment app = InitEnvironment(machine->Env());
     AppState state;
     state.rebuildPending = true;
     bool sawDialog = false;
-    QTimer::singleShot(0, [&sawDialog] {
-        auto* dialog = qobject_cast<frmPrompt*>(QApplication::activeModalWidget());
-        sawDialog = dialog != nullptr;
-        if (dialog == nullptr) {
-            return;
-        }
+    WhenShown<frmPrompt>([&sawDialog](frmPrompt* dialog) {
+        sawDialog = true;
         Screenshot(*dialog, "frmPrompt-MsgConfirmHideNetwork");
         QTest::mouseClick(Command(*dialog, 1), Qt::LeftButton);
     });
     // MsgConfirmHideNetwork through the window's prompt: "Cancel" is Command(1).
-    class NoRegistry final : public RegistryStore {
-        long OpenKey(RootKey, std::string_view, RegAccess, RegHandle&) override { return kErrorFileNotFound; }
-        long CreateKey(RootKey, std::string_view, RegHandle&) override { return kErrorAccessDenied; }
-        long CloseKey(RegHandle) override { return kErrorInvalidHandle; }
-        long QueryValue(RegHandle, std::string_view, RegValue&) override { return kErrorInvalidHandle; }
-        long SetValue(RegHandle, std::string_view, const RegValue&) override { return kErrorInvalidHandle; }
-        long DeleteValue(RegHandle, std::string_view) override { return kErrorInvalidHandle; }
-        long DeleteSubKey(RegHandle, std::string_view) override { return kErrorInvalidHandle; }
-        long QueryInfoKey(RegHandle, RegKeyInfo&) override { return kErrorInvalidHandle; }
-        long EnumKey(RegHandle, std::uint32_t, std::string&) override { return kErrorInvalidHandle; }
-        long EnumValue(RegHandle, std::uint32_t, std::string&, RegValue&) override {
-            return kErrorInvalidHandle;
-        }
-    } registry;
-    MsgContext c{prompt, registry, system, app, state};
+    MsgContext c{prompt, machine->Registry(), system, app, state};
     QCOMPARE(MsgConfirmHideNetwork(c), std::int16_t{1});
     QVERIFY(sawDialog);
 }
