@@ -184,15 +184,18 @@ int CmdExtractAll(CliContext& c, CommandArgs a) {
             }
         }
     }
+    std::vector<std::vector<std::byte>> bytes;
+    std::vector<FileContents> files;
+    bytes.reserve(icons.size());
     for (std::size_t i = 0; i < icons.size(); ++i) {
-        const auto index = static_cast<int>(i);
-        if (!icons[i].SaveIcon(target(index))) {
-            err << target(index).string() << ": cannot write the icon file; no file was kept\n";
-            for (int written = 0; written <= index; ++written) {
-                std::filesystem::remove(target(written), ec);
-            }
-            return 1;
-        }
+        const auto& data = bytes.emplace_back(icons[i].ToBytes());
+        files.push_back(
+            FileContents{target(static_cast<int>(i)),
+                         std::string_view(reinterpret_cast<const char*>(data.data()), data.size())});
+    }
+    if (Status written = WriteFilesAtomically(files); !written) {
+        err << dir.string() << ": " << written.reason() << "; no file was kept\n";
+        return 1;
     }
     return 0;
 }

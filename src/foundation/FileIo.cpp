@@ -2,6 +2,7 @@
 
 #include "foundation/HostFiles.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -85,6 +86,50 @@ Result<std::vector<std::byte>> ReadFileHead(const std::filesystem::path& file, s
 
 Status WriteFileAtomically(const std::filesystem::path& file, std::string_view contents) {
     return SaveFileTransactionally(file, contents);
+}
+
+Status WriteFilesAtomically(const std::vector<FileContents>& files) {
+    const ChunkWriter write = [](std::FILE* out, std::string_view chunk) {
+        return std::fwrite(chunk.data(), 1, chunk.size(), out);
+    };
+    std::vector<StagedFile> staged;
+    auto removeStaged = [&](std::size_t from) {
+        std::error_code error;
+        for (std::size_t i = from; i < staged.size(); ++i) {
+            std::filesystem::remove(staged[i].staged, error);
+        }
+    };
+    for (const FileContents& file : files) {
+        auto one = StageFile(file.file, TextPieces::Borrowing(file.contents), write, Flush::Later);
+        if (!one) {
+            removeStaged(0);
+            return Fail(one.reason());
+        }
+        staged.push_back(*one);
+    }
+    if (Status flushed = FlushStaged(staged); !flushed) {
+        removeStaged(0);
+        return flushed;
+    }
+    for (std::size_t i = 0; i < staged.size(); ++i) {
+        if (Status put = PutStagedInPlace(staged[i]); !put) {
+            std::error_code error;
+            for (std::size_t done = 0; done < i; ++done) {
+                std::filesystem::remove(staged[done].target, error);
+            }
+            removeStaged(i);
+            return put;
+        }
+    }
+    std::vector<std::filesystem::path> folders;
+    for (const StagedFile& file : staged) {
+        const auto folder = file.target.parent_path();
+        if (std::find(folders.begin(), folders.end(), folder) == folders.end()) {
+            folders.push_back(folder);
+            SyncFolder(folder.empty() ? std::filesystem::path(".") : folder);
+        }
+    }
+    return {};
 }
 
 }  // namespace glyphmoor

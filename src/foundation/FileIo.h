@@ -31,6 +31,16 @@ Status CheckRegularFile(const std::filesystem::path& file);
 // attributes are kept (SaveFileTransactionally).
 Status WriteFileAtomically(const std::filesystem::path& file, std::string_view contents);
 
+// The same for many files, with one flush to the disk for all of them rather
+// than one each. Nothing is renamed until every new file is written and
+// flushed; when one cannot be, no file is changed. A failure part way through
+// the renames removes the files it had put in place.
+struct FileContents {
+    std::filesystem::path file;
+    std::string_view contents;
+};
+Status WriteFilesAtomically(const std::vector<FileContents>& files);
+
 // What tells one version of a file from another without reading it.
 struct FileStamp {
     bool exists = false;

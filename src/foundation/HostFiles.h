@@ -12,6 +12,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace glyphmoor {
 
@@ -71,8 +72,14 @@ struct StagedFile {
     std::filesystem::path staged;  // the new file
     std::filesystem::path target;  // the file it replaces, links followed
 };
+// With Flush::Later the new file is not flushed to the disk yet: the caller
+// flushes many at once with FlushStaged before it renames any.
+enum class Flush { Now, Later };
 Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
-                             const ChunkWriter& write);
+                             const ChunkWriter& write, Flush flush = Flush::Now);
+// Flushes staged files to the disk together: on Linux one flush of their file
+// system, on Windows nothing (each was flushed when staged).
+Status FlushStaged(const std::vector<StagedFile>& files);
 // The second half: renames the staged file over its target.
 Status PutStagedInPlace(const StagedFile& file);
 // Makes the renames in a folder durable (nothing on Windows, whose renames

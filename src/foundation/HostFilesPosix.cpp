@@ -164,7 +164,7 @@ void RemoveLeftovers(const std::filesystem::path& folder, const std::string& nam
 }  // namespace
 
 Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPieces& bytes,
-                             const ChunkWriter& write) {
+                             const ChunkWriter& write, Flush flush) {
     const std::filesystem::path path = ThroughLinks(given);
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
@@ -198,7 +198,7 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPiece
         return abandon("Writing " + path.string() + " failed");
     }
     errno = 0;
-    if (std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0) {
+    if (std::fflush(file) != 0 || (flush == Flush::Now && ::fsync(::fileno(file)) != 0)) {
         return abandon("Writing " + path.string() + " failed");
     }
 
@@ -209,6 +209,22 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPiece
         return Fail("Writing " + path.string() + " failed: " + ErrnoText(error));
     }
     return StagedFile{temp, path};
+}
+
+Status FlushStaged(const std::vector<StagedFile>& files) {
+    if (files.empty()) {
+        return {};
+    }
+    const int fd = ::open(files.front().staged.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0 || ::syncfs(fd) != 0) {
+        const int error = errno;
+        if (fd >= 0) {
+            ::close(fd);
+        }
+        return Fail("Writing " + files.front().target.string() + " failed: " + ErrnoText(error));
+    }
+    ::close(fd);
+    return {};
 }
 
 Status PutStagedInPlace(const StagedFile& file) {

@@ -31,7 +31,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
 }
 
 Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
-                             const ChunkWriter& write) {
+                             const ChunkWriter& write, Flush /*flush*/) {
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
     std::random_device random;
@@ -59,6 +59,10 @@ Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces
     }
     std::fclose(file);
     return StagedFile{temp, path};
+}
+
+Status FlushStaged(const std::vector<StagedFile>& /*files*/) {
+    return {};
 }
 
 Status PutStagedInPlace(const StagedFile& file) {
