@@ -44,7 +44,7 @@ TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell)
         ASSERT_EQ(fields.size(), 7U) << fields[0];
         ++perGroup[fields[0]];
     }
-    // Every row a Windows 98 machine with IE 4.71's shell has: all but the
+    // Every row a Windows 98 machine with the desktop-update shell has: all but the
     // Windows NT common groups, and the Zip File row (no zip type registered).
     const std::map<std::string, int> expected = {{"1", 8}, {"2", 12}, {"3", 11}, {"4", 8},
                                                  {"5", 7}, {"6", 17}, {"7", 15}};
@@ -59,7 +59,7 @@ TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell)
              Line({"2", "Log Off...", "Log Off", sys + "shell32.dll", "44"}),
              Line({"3", "Url History", "", sys + "shdocvw.dll", "36"}),
              Line({"4", "Floppy Drive 5\u00bc", "", sys + "shell32.dll", "5"}),
-             Line({"6", "Text Document", "", sys + "shell32.dll", "63"}),
+             Line({"6", "Text Document", "", sys + "shell32.dll", "64"}),
              Line({"7", "Hand", "", program, "15"}),
          }) {
         EXPECT_NE(out.find(line), std::string::npos) << line;

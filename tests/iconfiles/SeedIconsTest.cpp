@@ -42,7 +42,6 @@ std::vector<Default> CatalogueDefaults(const test::TempDir& home) {
         return defaults;
     }
     const AppEnvironment app = InitEnvironment((*machine)->Env());
-    SetRegString((*machine)->Registry(), kInternetExplorerPath, "Version", "4.72.3110.8");
     for (const bool newShell : {true, false}) {
         if (!newShell) {
             const auto cut = kStartMenuOrderPath.rfind('\\');
