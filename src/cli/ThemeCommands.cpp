@@ -97,7 +97,7 @@ int ThemeSave(CliContext& c, CommandArgs a) {
     IconSession s(c.TheMachine(), false);
     // The theme goes into the program's folder: it is set up first, and what
     // it makes is recorded in the machine's baseline.
-    if (const Status made = EnsureProgramFolder(s.machine.Env(), s.machine.Registry(), SeedDirs()); !made) {
+    if (const Status made = s.machine.MakeProgramFolder(); !made) {
         c.err << "glyphmoor-cli: " << made.reason() << '\n';
         return kExitFailed;
     }

@@ -10,9 +10,9 @@ namespace glyphmoor {
 namespace {
 
 // The journal is text: a header line, then one line a file, the staged file
-// and the file it replaces separated by a TAB, then the end line. Paths are
-// UTF-8. A journal without its end line was never renamed into place whole and
-// is not trusted.
+// and the file it replaces separated by a TAB, or "+" (a folder to make) or
+// "-" (an empty folder to remove), a TAB and the folder; then the end line. Paths are UTF-8. A journal
+// without its end line was never renamed into place whole and is not trusted.
 constexpr std::string_view kHeader = "Glyphmoor journal 1\n";
 constexpr std::string_view kEnd = "end\n";
 
@@ -27,6 +27,14 @@ std::filesystem::path PathOf(std::string_view utf8) {
 
 std::filesystem::path FolderOf(const std::filesystem::path& file) {
     return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+// A folder to make or remove is kept as a staged file named by its mark.
+constexpr std::string_view kMakeMark = "+";
+constexpr std::string_view kRemoveMark = "-";
+
+bool IsFolder(const StagedFile& entry) {
+    return entry.staged == kMakeMark || entry.staged == kRemoveMark;
 }
 
 Result<std::string> JournalText(const std::vector<StagedFile>& staged) {
@@ -65,17 +73,27 @@ Result<std::vector<StagedFile>> ParseJournal(std::string_view text, const std::f
 void RemoveStaged(const std::vector<StagedFile>& staged) {
     std::error_code error;
     for (const StagedFile& file : staged) {
-        std::filesystem::remove(file.staged, error);
+        if (!IsFolder(file)) {
+            std::filesystem::remove(file.staged, error);
+        }
     }
 }
 
-// Renames every staged file that is still there over its target; one that is
-// gone was renamed already. Then the journal goes.
+// Makes and removes the folders (one that cannot be made, or is not empty,
+// is left as it is: nothing waits for it), then renames every staged file
+// that is still there over its target; one that is gone was renamed already.
+// Then the journal goes.
 Status RollForward(const std::filesystem::path& journal, const std::vector<StagedFile>& staged) {
-    for (const StagedFile& file : staged) {
+    for (const StagedFile& entry : staged) {
         std::error_code error;
-        if (std::filesystem::exists(std::filesystem::symlink_status(file.staged, error))) {
-            TRY(PutStagedInPlace(file));
+        if (entry.staged == kMakeMark) {
+            std::filesystem::create_directory(entry.target, error);
+        } else if (entry.staged == kRemoveMark) {
+            if (std::filesystem::is_directory(std::filesystem::symlink_status(entry.target, error))) {
+                std::filesystem::remove(entry.target, error);
+            }
+        } else if (std::filesystem::exists(std::filesystem::symlink_status(entry.staged, error))) {
+            TRY(PutStagedInPlace(entry));
         }
     }
     for (const StagedFile& file : staged) {
@@ -94,7 +112,18 @@ Status RollForward(const std::filesystem::path& journal, const std::vector<Stage
 
 Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
                             const ChunkWriter& write) {
+    return ReplaceFilesTogether(journal, files, {}, write);
+}
+
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
+                            const FolderChanges& folders, const ChunkWriter& write) {
     std::vector<StagedFile> staged;
+    for (const std::filesystem::path& folder : folders.make) {
+        staged.push_back(StagedFile{std::filesystem::path(kMakeMark), folder});
+    }
+    for (const std::filesystem::path& folder : folders.remove) {
+        staged.push_back(StagedFile{std::filesystem::path(kRemoveMark), folder});
+    }
     for (const FileReplacement& file : files) {
         auto one = StageFile(file.file, file.bytes, write);
         if (!one) {
@@ -102,11 +131,19 @@ Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vec
             return Fail(one.reason());
         }
         staged.push_back(*one);
+        if (file.attributes) {
+            if (Status set = WriteHostAttributes(one->staged, *file.attributes); !set) {
+                RemoveStaged(staged);
+                return set;
+            }
+        }
     }
     // The staged files' names must be on the disk before the journal that
     // names them.
     for (const StagedFile& file : staged) {
-        SyncFolder(FolderOf(file.staged));
+        if (!IsFolder(file)) {
+            SyncFolder(FolderOf(file.staged));
+        }
     }
     auto text = JournalText(staged);
     Status written = text ? SaveFileTransactionally(journal, *text) : Status(Fail(text.reason()));
@@ -117,8 +154,9 @@ Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vec
     return RollForward(journal, staged);
 }
 
-Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files) {
-    return ReplaceFilesTogether(journal, files, [](std::FILE* file, std::string_view chunk) {
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
+                            const FolderChanges& folders) {
+    return ReplaceFilesTogether(journal, files, folders, [](std::FILE* file, std::string_view chunk) {
         return std::fwrite(chunk.data(), 1, chunk.size(), file);
     });
 }

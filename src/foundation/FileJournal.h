@@ -17,7 +17,9 @@
 #include "foundation/Result.h"
 #include "foundation/TextPieces.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +28,8 @@ namespace glyphmoor {
 struct FileReplacement {
     std::filesystem::path file;
     TextPieces bytes;  // may borrow from a loaded file, which must outlive the call
+    // The new file's DOS attributes; without them it takes the old file's.
+    std::optional<std::uint32_t> attributes = std::nullopt;
 };
 
 // Replaces each file by its bytes, all of them or none. When a new file
@@ -34,7 +38,17 @@ struct FileReplacement {
 // FinishJournal.
 Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
                             const ChunkWriter& write);
-Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files);
+// Folders made or removed as part of a change: none is, unless the files are
+// replaced too. A folder that cannot be made, or is not empty, when the change
+// is finished is left as it is.
+struct FolderChanges {
+    std::vector<std::filesystem::path> make;    // each after the one that holds it
+    std::vector<std::filesystem::path> remove;  // removed when empty
+};
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
+                            const FolderChanges& folders, const ChunkWriter& write);
+Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
+                            const FolderChanges& folders = {});
 
 // Completes the change a journal left by a killed process records, and
 // removes the journal; nothing when there is none. True when it finished one.

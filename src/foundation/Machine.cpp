@@ -1,6 +1,7 @@
 #include "foundation/Machine.h"
 
 #include "foundation/DefaultMachine.h"
+#include "foundation/FileJournal.h"
 #include "foundation/MachineEnvironment.h"
 #include "foundation/MachineFolder.h"
 #include "foundation/MachineRegistry.h"
@@ -23,18 +24,54 @@ public:
     BaselineRegistry& Registry() override { return m_baseline; }
     const Environment& Env() const override { return m_environment; }
     System& Sys() override { return m_system; }
+    // The program's folder is planned (and recorded) at the first save after
+    // a write to the machine; its folders are made in the registry's change,
+    // its two files right after it.
     Status Save() override {
+        ProgramFolderPlan plan;
         if (m_baseline.WroteMachine()) {
-            Status made = EnsureProgramFolder(m_environment, m_baseline, SeedDirs());
-            if (!made) {
-                return made;
+            plan = TRY(PlanProgramFolder(m_environment, m_baseline, SeedDirs()));
+        }
+        FolderChanges folders = m_pendingFolders;
+        folders.make.insert(folders.make.begin(), plan.folders.begin(), plan.folders.end());
+        TRY(m_registry->Save(folders, m_pendingFiles));
+        m_baseline.MarkSaved();
+        m_pendingFolders = {};
+        m_pendingFiles.clear();
+        plan.folders.clear();
+        return glyphmoor::MakeProgramFolder(plan);
+    }
+    Status MakeFolder(const std::string& windowsPath) override {
+        m_baseline.RecordCreatedFile(windowsPath);
+        m_pendingFolders.make.push_back(m_environment.HostPath(windowsPath));
+        return {};
+    }
+    Status ReplaceFile(const std::string& windowsPath, std::string bytes,
+                       std::optional<std::uint32_t> attributes) override {
+        const std::filesystem::path host = m_environment.HostPath(windowsPath);
+        std::error_code error;
+        if (!std::filesystem::exists(std::filesystem::symlink_status(host, error))) {
+            m_baseline.RecordCreatedFile(windowsPath);
+        }
+        for (FileReplacement& pending : m_pendingFiles) {
+            if (pending.file == host) {
+                pending = FileReplacement{host, TextPieces(std::move(bytes)), attributes};
+                return {};
             }
         }
-        Status saved = m_registry->Save();
-        if (saved) {
-            m_baseline.MarkSaved();
+        m_pendingFiles.push_back(FileReplacement{host, TextPieces(std::move(bytes)), attributes});
+        return {};
+    }
+    Status RemoveFolder(const std::string& windowsPath) override {
+        m_pendingFolders.remove.push_back(m_environment.HostPath(windowsPath));
+        return {};
+    }
+    Status MakeProgramFolder() override {
+        const ProgramFolderPlan plan = TRY(PlanProgramFolder(m_environment, m_baseline, SeedDirs()));
+        if (plan.empty()) {
+            return {};
         }
-        return saved;
+        return Save();
     }
     [[nodiscard]] std::string Description() const override {
         std::error_code ec;
@@ -58,6 +95,9 @@ private:
     BaselineRegistry m_baseline;
     MachineEnvironment m_environment;
     RecordingSystem m_system;
+    // Changes of drive C: made with the next save, in the same change as the hives.
+    FolderChanges m_pendingFolders;
+    std::vector<FileReplacement> m_pendingFiles;
 };
 
 }  // namespace

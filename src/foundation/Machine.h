@@ -12,6 +12,7 @@
 #include "foundation/Result.h"
 #include "foundation/System.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -34,8 +35,23 @@ public:
     // Writes back what changed since the last save. Fails with a reason and
     // leaves the machine's files as they were.
     // The first save that follows a write to the machine also sets up the
-    // program's folder there (see EnsureProgramFolder).
+    // program's folder there (see ProgramFolder.h).
     virtual Status Save() = 0;
+    // Makes a folder (a Windows path) for a change and records it for Undo
+    // all. On a machine folder it is made with the next Save, in the same
+    // change as the registry's files; on Windows at once.
+    virtual Status MakeFolder(const std::string& windowsPath) = 0;
+    // Replaces (or makes) a file (a Windows path) by `bytes`, with the given
+    // DOS attributes or the old file's, for a change, in the same way; a file
+    // it makes is recorded for Undo all.
+    virtual Status ReplaceFile(const std::string& windowsPath, std::string bytes,
+                               std::optional<std::uint32_t> attributes) = 0;
+    // Removes an empty folder (a Windows path) for a change, in the same way.
+    virtual Status RemoveFolder(const std::string& windowsPath) = 0;
+    // Makes whatever of the program's folder the machine lacks, recorded for
+    // Undo all (see ProgramFolder.h); on a machine folder, saved together
+    // with the registry: a save of what changed so far.
+    virtual Status MakeProgramFolder() = 0;
     // Said once when the machine is opened: a wineserver runs for the prefix,
     // so its files may be older than what the server holds. Nothing otherwise.
     [[nodiscard]] virtual std::optional<std::string> StaleWarning() const { return std::nullopt; }

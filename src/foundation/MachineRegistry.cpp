@@ -530,7 +530,11 @@ Result<TextPieces> MachineRegistry::MergedText(HiveId id) {
 }
 
 Status MachineRegistry::Save() {
-    if (!HasUnsavedChanges()) {
+    return Save({}, {});
+}
+
+Status MachineRegistry::Save(const FolderChanges& folders, const std::vector<FileReplacement>& others) {
+    if (!HasUnsavedChanges() && folders.make.empty() && folders.remove.empty() && others.empty()) {
         return {};
     }
     if (auto server = m_folder.RunningWineServer()) {
@@ -557,7 +561,8 @@ Status MachineRegistry::Save() {
             written.push_back(id);
         }
     }
-    TRY(ReplaceFilesTogether(m_folder.JournalFile(), files));
+    files.insert(files.end(), others.begin(), others.end());
+    TRY(ReplaceFilesTogether(m_folder.JournalFile(), files, folders));
     for (HiveId id : written) {
         HiveOf(id).stamp = StampOf(HiveOf(id).file);
         HiveOf(id).changes.clear();

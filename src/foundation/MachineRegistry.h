@@ -17,6 +17,7 @@
 #pragma once
 
 #include "foundation/FileIo.h"
+#include "foundation/FileJournal.h"
 #include "foundation/Hive.h"
 #include "foundation/MachineFolder.h"
 #include "foundation/RegistryStore.h"
@@ -53,6 +54,10 @@ public:
     void SetDeletesSubtrees(bool deletes) { m_deletesSubtrees = deletes; }
     [[nodiscard]] bool HasUnsavedChanges() const;
     Status Save();
+    // The same, with folders made and removed and other files replaced in the
+    // same change as the hives: after a kill, either the hives are new and
+    // the rest changed, or the hives are old and nothing else is.
+    Status Save(const FolderChanges& folders, const std::vector<FileReplacement>& files);
 
 private:
     struct Change {

@@ -1,5 +1,7 @@
 #include "foundation/ProgramFolder.h"
 
+#include "foundation/FileIo.h"
+
 #include <array>
 #include <string_view>
 
@@ -13,41 +15,34 @@ constexpr std::array<std::string_view, 2> kProgramFiles = {"Glyphmoor.exe", "bla
 constexpr std::array<std::string_view, 2> kProgramFolders = {"Themes", "Favorites"};
 // Where a seed keeps the program's folder.
 constexpr std::string_view kSeedProgramFolder = "drive_c/Program Files/Glyphmoor";
+// The most a program file of the seed may hold.
+constexpr std::uint64_t kMostProgramFileBytes = 64U << 20U;
 
-// Makes a folder and every missing folder above it, recording each it makes.
-Status MakeFolder(const Environment& env, BaselineRegistry& baseline, const std::string& windowsPath) {
+// Plans a folder and every missing folder above it, recording each.
+void PlanFolder(const Environment& env, BaselineRegistry& baseline, const std::string& windowsPath,
+                ProgramFolderPlan& plan) {
     std::error_code ec;
     const fs::path host = env.HostPath(windowsPath);
     if (fs::is_directory(host, ec)) {
-        return {};
+        return;
     }
     const auto slash = windowsPath.rfind('\\');
     if (slash != std::string::npos && slash > 2) {
-        Status parent = MakeFolder(env, baseline, windowsPath.substr(0, slash));
-        if (!parent) {
-            return parent;
-        }
+        PlanFolder(env, baseline, windowsPath.substr(0, slash), plan);
     }
     baseline.RecordCreatedFile(windowsPath);
-    if (!fs::create_directory(env.HostPath(windowsPath), ec) && ec) {
-        return Fail("cannot make the folder " + windowsPath + " on the machine: " + ec.message());
-    }
-    return {};
+    plan.folders.push_back(host);
 }
 
 }  // namespace
 
-Status EnsureProgramFolder(const Environment& env, BaselineRegistry& baseline,
-                           const std::vector<fs::path>& seeds) {
+Result<ProgramFolderPlan> PlanProgramFolder(const Environment& env, BaselineRegistry& baseline,
+                                            const std::vector<fs::path>& seeds) {
+    ProgramFolderPlan plan;
     const std::string program = env.ProgramDirectory();
-    Status made = MakeFolder(env, baseline, program);
+    PlanFolder(env, baseline, program, plan);
     for (std::string_view folder : kProgramFolders) {
-        if (made) {
-            made = MakeFolder(env, baseline, program + "\\" + std::string(folder));
-        }
-    }
-    if (!made) {
-        return made;
+        PlanFolder(env, baseline, program + "\\" + std::string(folder), plan);
     }
     for (std::string_view file : kProgramFiles) {
         const std::string windowsPath = program + "\\" + std::string(file);
@@ -60,14 +55,36 @@ Status EnsureProgramFolder(const Environment& env, BaselineRegistry& baseline,
             if (!fs::is_regular_file(source, ec)) {
                 continue;
             }
-            baseline.RecordCreatedFile(windowsPath);
-            if (!fs::copy_file(source, env.HostPath(windowsPath), ec)) {
-                return Fail("cannot copy " + std::string(file) + " to " + windowsPath + ": " + ec.message());
+            auto bytes = ReadWholeFile(source, kMostProgramFileBytes);
+            if (!bytes) {
+                return Fail("cannot copy " + std::string(file) + " to " + windowsPath + ": " +
+                            bytes.reason());
             }
+            baseline.RecordCreatedFile(windowsPath);
+            plan.files.push_back(ProgramFolderPlan::File{env.HostPath(windowsPath), std::move(*bytes)});
             break;
         }
     }
+    return plan;
+}
+
+Status MakeProgramFolder(const ProgramFolderPlan& plan) {
+    for (const fs::path& folder : plan.folders) {
+        std::error_code ec;
+        if (!fs::create_directory(folder, ec) && ec) {
+            return Fail("cannot make the folder " + folder.string() + ": " + ec.message());
+        }
+    }
+    for (const auto& file : plan.files) {
+        TRY(WriteFileAtomically(file.file, file.bytes));
+    }
     return {};
+}
+
+Status EnsureProgramFolder(const Environment& env, BaselineRegistry& baseline,
+                           const std::vector<fs::path>& seeds) {
+    const ProgramFolderPlan plan = TRY(PlanProgramFolder(env, baseline, seeds));
+    return MakeProgramFolder(plan);
 }
 
 }  // namespace glyphmoor

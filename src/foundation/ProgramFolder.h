@@ -8,15 +8,35 @@
 #include "foundation/Result.h"
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace glyphmoor {
 
-// Makes whatever of the program's folder the machine lacks, copying the two
-// files from the first seed folder that holds them, and records each file and
-// folder it makes in the machine's baseline. Nothing that exists is replaced.
-// Called at the first save after the program wrote to the machine: reading a
-// machine makes nothing.
+// What of the program's folder a machine lacks: folders (host paths, each
+// after the one that holds it) and files with the bytes they are to hold.
+struct ProgramFolderPlan {
+    std::vector<std::filesystem::path> folders;
+    struct File {
+        std::filesystem::path file;
+        std::string bytes;
+    };
+    std::vector<File> files;
+
+    [[nodiscard]] bool empty() const { return folders.empty() && files.empty(); }
+};
+
+// Finds what of the program's folder the machine lacks, taking the two files
+// from the first seed folder that holds them, and records each file and folder
+// in the machine's baseline, so that the record is saved with (or before) them.
+// Nothing that exists is planned.
+Result<ProgramFolderPlan> PlanProgramFolder(const Environment& env, BaselineRegistry& baseline,
+                                            const std::vector<std::filesystem::path>& seeds);
+
+// Makes what the plan holds at once, parents first.
+Status MakeProgramFolder(const ProgramFolderPlan& plan);
+
+// Both: for machines whose registry keeps every change as it is made.
 Status EnsureProgramFolder(const Environment& env, BaselineRegistry& baseline,
                            const std::vector<std::filesystem::path>& seeds);
 

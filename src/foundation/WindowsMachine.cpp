@@ -1,5 +1,8 @@
 #include "foundation/WindowsMachine.h"
 
+#include "foundation/DefaultMachine.h"
+#include "foundation/HostFiles.h"
+#include "foundation/ProgramFolder.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/WindowsRegistry.h"
 
@@ -32,6 +35,32 @@ public:
     System& Sys() override { return m_system; }
     // The real registry keeps every change as it is made.
     Status Save() override { return {}; }
+    Status MakeFolder(const std::string& windowsPath) override {
+        std::error_code error;
+        if (std::filesystem::create_directory(m_environment.HostPath(windowsPath), error)) {
+            m_baseline.RecordCreatedFile(windowsPath);
+        }
+        return {};
+    }
+    Status ReplaceFile(const std::string& windowsPath, std::string bytes,
+                       std::optional<std::uint32_t> attributes) override {
+        const std::filesystem::path host = m_environment.HostPath(windowsPath);
+        std::error_code error;
+        if (!std::filesystem::exists(host, error)) {
+            m_baseline.RecordCreatedFile(windowsPath);
+        }
+        if (attributes && std::filesystem::exists(host, error)) {
+            TRY(WriteHostAttributes(host, kAttrNormal));  // a read-only file cannot be replaced
+        }
+        TRY(SaveFileTransactionally(host, bytes));
+        return attributes ? WriteHostAttributes(host, *attributes) : Status{};
+    }
+    Status RemoveFolder(const std::string& windowsPath) override {
+        std::error_code error;
+        std::filesystem::remove(m_environment.HostPath(windowsPath), error);
+        return {};
+    }
+    Status MakeProgramFolder() override { return EnsureProgramFolder(m_environment, m_baseline, SeedDirs()); }
     std::string Description() const override { return "this Windows"; }
 
 private:

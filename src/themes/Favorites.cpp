@@ -140,7 +140,7 @@ Result<std::string> AddFavorite(Machine& machine, std::string_view theme, std::s
     if (!isTheme || !fs::is_regular_file(machine.Env().HostPath(theme), ec)) {
         return Fail("there is no theme file " + std::string(theme) + "; nothing was made");
     }
-    TRY(EnsureProgramFolder(machine.Env(), machine.Registry(), SeedDirs()));
+    TRY(machine.MakeProgramFolder());
     const AppEnvironment app = InitEnvironment(machine.Env());
     const std::string link = TRY(FavoriteLinkPath(app, theme, folder, name));
     if (replace == Replace::No && fs::exists(machine.Env().HostPath(link), ec)) {
@@ -153,7 +153,7 @@ Result<std::string> AddFavorite(Machine& machine, std::string_view theme, std::s
 }
 
 Result<std::string> NewFavoritesFolder(Machine& machine, std::string_view parent, std::string_view name) {
-    TRY(EnsureProgramFolder(machine.Env(), machine.Registry(), SeedDirs()));
+    TRY(machine.MakeProgramFolder());
     const AppEnvironment app = InitEnvironment(machine.Env());
     const std::string inFolder = TRY(FavoritesSubfolder(app, parent));
     TRY(CheckName(name));

@@ -188,7 +188,7 @@ Result<UnpackReport> UnpackBundle(Machine& machine, const fs::path& zip, const O
     std::string folderName = TRY(BundleFolderName(zip));
     const CheckedBundle bundle = TRY(ReadBundle(zip, folderName));
 
-    TRY(EnsureProgramFolder(machine.Env(), machine.Registry(), SeedDirs()));
+    TRY(machine.MakeProgramFolder());
     const AppEnvironment app = InitEnvironment(machine.Env());
     const std::string library = ThemeLibraryFolder(app);
     const fs::path libraryHost = machine.Env().HostPath(library);

@@ -1,6 +1,8 @@
 #include "tweaks/BootOptions.h"
 
+#include "foundation/FileIo.h"
 #include "foundation/HostFiles.h"
+#include "foundation/ProfileFile.h"
 #include "foundation/modProfile.h"
 
 #include <array>
@@ -10,6 +12,9 @@
 namespace glyphmoor {
 
 namespace {
+
+// The most of Msdos.sys that is read: the file is a few hundred bytes.
+constexpr std::uint64_t kMostMsdosSysBytes = 1U << 20U;
 
 constexpr std::array<std::string_view, 4> kBootGroups = {"Boot", "Dual Boot", "Startup Menu", "Safe Mode"};
 
@@ -142,22 +147,15 @@ Status WriteBootOptions(TweakTree& tree, Machine& machine) {
     if (!tree.BootOptionsLoaded() || !any) {
         return {};
     }
+    // The new file goes to the machine's next save, in the same change as the
+    // registry; a file it makes is recorded for Undo all.
     const std::filesystem::path file = machine.Env().HostPath(kMsdosSysPath);
     std::error_code ec;
-    if (!std::filesystem::exists(std::filesystem::symlink_status(file, ec))) {
-        machine.Registry().RecordCreatedFile(kMsdosSysPath);
-        TRY(machine.Save());
+    std::string bytes;
+    if (std::filesystem::exists(std::filesystem::symlink_status(file, ec))) {
+        bytes = TRY(ReadWholeFile(file, kMostMsdosSysBytes));
     }
-    Status result;
-    const auto keep = [&](Status status) {
-        if (result && !status) {
-            result = std::move(status);
-        }
-    };
-    // A file that is not there yet has no attributes to reset.
-    if (ReadHostAttributes(file)) {
-        keep(WriteHostAttributes(file, kBootAttributesBefore));
-    }
+    ProfileFile text = ProfileFile::Parse(bytes);
     for (std::string_view group : kBootGroups) {
         if (!tree.GroupChanged(group)) {
             continue;
@@ -170,17 +168,16 @@ Status WriteBootOptions(TweakTree& tree, Machine& machine) {
             const std::string value = node.kind == TweakKind::Value
                                           ? BootNumber(node.pending, node.row->buildDefault)
                                           : std::string(node.IsOn() ? "1" : "0");
-            keep(WriteProfileValue(file, kBootSection, node.row->name, value));
+            text.SetValue(kBootSection, node.row->name, value);
             if (node.row->name == "BootMenu") {
-                keep(WriteProfileValue(file, kBootSection, kBootMenuDefaultKey, tree.BootMenuDefault()));
+                text.SetValue(kBootSection, kBootMenuDefaultKey, tree.BootMenuDefault());
             }
             node.machineImage = node.image;
             node.machinePending = node.pending;
         }
         tree.SetGroupChanged(group, false);
     }
-    keep(WriteHostAttributes(file, kBootAttributesAfter));
-    return result;
+    return machine.ReplaceFile(std::string(kMsdosSysPath), text.Bytes(), kBootAttributesAfter);
 }
 
 }  // namespace glyphmoor

@@ -82,8 +82,17 @@ struct Writer {
         const std::filesystem::path host = tree.App().machine.HostPath(*folder);
         std::error_code ec;
         if (on) {
-            if (std::filesystem::create_directory(host, ec) && hooks.fileCreated) {
-                hooks.fileCreated(*folder);
+            if (std::filesystem::exists(host, ec)) {
+                return;
+            }
+            if (hooks.makeFolder) {
+                hooks.makeFolder(*folder);
+            } else {
+                std::filesystem::create_directory(host, ec);
+            }
+        } else if (hooks.removeFolder) {
+            if (std::filesystem::is_directory(host, ec)) {
+                hooks.removeFolder(*folder);
             }
         } else {
             std::filesystem::remove(host, ec);
@@ -270,8 +279,11 @@ void ApplyIconsAndTweaks(IconCatalogue& catalogue, TweakTree& tree, Machine& mac
             catalogue.BuildOtherIcons(!ShortcutOverlayHidden(machine.Registry(), catalogue.App()));
         }
     };
-    hooks.fileCreated = [&](const std::string& windowsPath) {
-        machine.Registry().RecordCreatedFile(windowsPath);
+    hooks.makeFolder = [&](const std::string& windowsPath) {
+        static_cast<void>(machine.MakeFolder(windowsPath));
+    };
+    hooks.removeFolder = [&](const std::string& windowsPath) {
+        static_cast<void>(machine.RemoveFolder(windowsPath));
     };
     ApplyTweaks(tree, machine.Registry(), machine.Sys(), hooks);
 }

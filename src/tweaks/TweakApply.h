@@ -32,8 +32,12 @@ struct TweakApplyHooks {
     // "Remove Shortcut Overlay" was written: the icon catalogue's overlay
     // row is to be read again.
     std::function<void()> overlayChanged;
-    // A cascading-menu folder was made (its Windows path), for the baseline.
-    std::function<void(const std::string&)> fileCreated;
+    // Makes a cascading-menu folder (its Windows path) and records it for
+    // Undo all (Machine::MakeFolder). Without it the folder is made at once.
+    std::function<void(const std::string&)> makeFolder;
+    // Removes one, when empty, as Machine::RemoveFolder does. Without it the
+    // folder is removed at once.
+    std::function<void(const std::string&)> removeFolder;
 };
 
 // Writes every changed group and clears its flag. Afterwards every written

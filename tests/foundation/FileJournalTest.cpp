@@ -58,22 +58,25 @@ TEST(FileJournal, ReplacesEveryFileOrNone) {
     };
     for (const auto& c : cases) {
         TempDir dir;
+        TempDir drive;  // folders made with the files, parents first
+        const FolderChanges folders = {{drive.Path() / "Program", drive.Path() / "Program/Themes"}, {}};
         WriteAll(dir, "old ");
         int writes = 0;
         const Status status = ReplaceFilesTogether(
-            dir.Path() / ".journal", NewFiles(dir), [&](std::FILE* file, std::string_view chunk) {
+            dir.Path() / ".journal", NewFiles(dir), folders, [&](std::FILE* file, std::string_view chunk) {
                 return writes++ == c.failingWrite ? 0 : Fwrite(file, chunk);
             });
         EXPECT_EQ(status.ok(), c.failingWrite < 0) << c.what;
         ExpectAll(dir, c.expected, c.what);
         EXPECT_EQ(FolderNames(dir.Path()), kNames) << c.what << ": no journal and no new file is left";
+        EXPECT_EQ(std::filesystem::is_directory(folders.make[1]), c.failingWrite < 0) << c.what;
     }
 }
 
 // The state a save killed after its journal was written leaves: the journal,
 // and the first `renamed` of the staged files already in place.
-void LeaveKilledSave(const TempDir& dir, std::size_t renamed) {
-    std::string journal = "Glyphmoor journal 1\n";
+void LeaveKilledSave(const TempDir& dir, std::size_t renamed, const std::filesystem::path& folder) {
+    std::string journal = "Glyphmoor journal 1\n+\t" + folder.string() + "\n";
     std::vector<StagedFile> staged;
     for (const auto& file : NewFiles(dir)) {
         auto one = StageFile(file.file, file.bytes, Fwrite);
@@ -90,14 +93,16 @@ void LeaveKilledSave(const TempDir& dir, std::size_t renamed) {
 TEST(FileJournal, FinishingAKilledSaveMakesEveryFileNew) {
     for (std::size_t renamed = 0; renamed <= kNames.size(); ++renamed) {
         TempDir dir;
+        TempDir drive;
         WriteAll(dir, "old ");
-        LeaveKilledSave(dir, renamed);
+        LeaveKilledSave(dir, renamed, drive.Path() / "Favorites");
         const auto finished = FinishJournal(dir.Path() / ".journal");
         ASSERT_TRUE(finished.ok()) << finished.reason();
         EXPECT_TRUE(*finished);
         const std::string when = "killed after " + std::to_string(renamed) + " renames";
         ExpectAll(dir, "new ", when);
         EXPECT_EQ(FolderNames(dir.Path()), kNames) << when;
+        EXPECT_TRUE(std::filesystem::is_directory(drive.Path() / "Favorites")) << when;
         const auto again = FinishJournal(dir.Path() / ".journal");
         EXPECT_TRUE(again.ok() && !*again) << "a finished journal is gone";
     }

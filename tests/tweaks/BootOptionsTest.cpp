@@ -16,6 +16,12 @@
 namespace glyphmoor {
 namespace {
 
+// Msdos.sys changes with the machine's next save, as an Apply ends.
+Status WriteAndSave(TweakTree& tree, Machine& machine) {
+    TRY(WriteBootOptions(tree, machine));
+    return machine.Save();
+}
+
 using test::TweakBench;
 
 // A Windows 98 Msdos.sys as Setup leaves it: CRLF, a [Paths] section, the
@@ -98,7 +104,7 @@ TEST(BootOptions, GroupsFollowTheCatalogueAndNotOnWindowsNt) {
     EXPECT_FALSE(nt.tree.BootOptionsLoaded());
     EXPECT_EQ(nt.tree.Find("Boot"), nullptr);
     nt.Toggle("Beep On Errors");
-    EXPECT_TRUE(WriteBootOptions(nt.tree, *nt.machine).ok());
+    EXPECT_TRUE(WriteAndSave(nt.tree, *nt.machine).ok());
     EXPECT_FALSE(std::filesystem::exists(MsdosSys(nt)));
 }
 
@@ -131,7 +137,7 @@ TEST(BootOptions, ApplyRewritesOnlyTheChangedGroupsKeys) {
         bench.Built();
         BuildBootGroups(bench.tree);
         bench.Toggle(c.toggle);
-        EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
+        EXPECT_TRUE(WriteAndSave(bench.tree, *bench.machine).ok());
         EXPECT_EQ(test::FileBytes(file),
                   std::string(header) + std::string(c.entries) + std::string(tail) + std::string(c.added));
         EXPECT_EQ(ReadHostAttributes(file), kAttrHidden | kAttrSystem | kAttrArchive);
@@ -147,7 +153,7 @@ TEST(BootOptions, ApplyWithNothingChangedLeavesTheFileAlone) {
     bench.Built();
     BuildBootGroups(bench.tree);
     bench.Toggle("Beep On Errors");
-    EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
+    EXPECT_TRUE(WriteAndSave(bench.tree, *bench.machine).ok());
     EXPECT_EQ(test::FileBytes(file), kMsdosSys);
     EXPECT_EQ(ReadHostAttributes(file), before);
 }
@@ -157,11 +163,13 @@ TEST(BootOptions, NoFileIsMadeOnlyWhenAGroupIsApplied) {
     const auto file = MsdosSys(bench);
     bench.Built();
     BuildBootGroups(bench.tree);
-    EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
+    EXPECT_TRUE(WriteAndSave(bench.tree, *bench.machine).ok());
     EXPECT_FALSE(std::filesystem::exists(file));
 
     ScrollTweakValue(bench.tree, bench.state, "Startup Delay", 9);
     EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
+    EXPECT_FALSE(std::filesystem::exists(file)) << "the file is made with the registry's save";
+    ASSERT_TRUE(bench.machine->Save().ok());
     EXPECT_EQ(test::FileBytes(file), "[Options]\r\nBootKeys=1\r\nBootDelay=9\r\nLogo=1\r\nAutoScan=1\r\n");
     EXPECT_EQ(ReadHostAttributes(file), kAttrHidden | kAttrSystem | kAttrArchive);
     // Undo all removes what the program made.
@@ -176,7 +184,7 @@ TEST(BootOptions, TheDefaultMenuItemIsWrittenBackAsRead) {
     bench.Built();
     BuildBootGroups(bench.tree);
     bench.Toggle("Always boot into Startup Menu");
-    EXPECT_TRUE(WriteBootOptions(bench.tree, *bench.machine).ok());
+    EXPECT_TRUE(WriteAndSave(bench.tree, *bench.machine).ok());
     EXPECT_EQ(test::FileBytes(file), "[Options]\r\nBootMenuDefault=3\r\nBootMenuDelay=4\r\nBootMenu=1\r\n");
 }
 

@@ -138,6 +138,24 @@ TEST(TweakApply, CascadingMenusMakeAndRemoveTheirFolders) {
     bench.Toggle(key);
     bench.Apply();
     EXPECT_FALSE(std::filesystem::exists(folder));
+
+    // Through the machine the folder is made by the save that writes the
+    // registry, in the same change, so a kill never leaves it without its record.
+    TweakApplyHooks hooks;
+    hooks.makeFolder = [&](const std::string& path) { EXPECT_TRUE(bench.machine->MakeFolder(path).ok()); };
+    bench.Toggle(key);
+    ApplyTweaks(bench.tree, bench.logged, bench.loggedSystem, hooks);
+    EXPECT_FALSE(std::filesystem::exists(folder));
+    ASSERT_TRUE(bench.machine->Save().ok());
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    hooks.removeFolder = [&](const std::string& path) {
+        EXPECT_TRUE(bench.machine->RemoveFolder(path).ok());
+    };
+    bench.Toggle(key);
+    ApplyTweaks(bench.tree, bench.logged, bench.loggedSystem, hooks);
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    ASSERT_TRUE(bench.machine->Save().ok());
+    EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
 TEST(TweakApply, OnAWinePrefixOnlyChangedItemsAreWritten) {

@@ -72,7 +72,7 @@ void Main::OpenFavorite(const std::string& target) {
 }
 
 void Main::OrganizeFavorites() {
-    if (Status made = EnsureProgramFolder(m_machine.Env(), m_machine.Registry(), SeedDirs()); !made.ok()) {
+    if (Status made = m_machine.MakeProgramFolder(); !made.ok()) {
         ShowThemeProblem("Glyphmoor could not make its favourites folder: " + made.reason());
         return;
     }

@@ -232,7 +232,7 @@ void Main::WriteTheme(const std::string& path) {
         const BusyPointer busy;
         // The theme goes into the program's folder: it is set up first, and
         // what it makes is recorded in the machine's baseline.
-        TRY(EnsureProgramFolder(m_machine.Env(), m_machine.Registry(), SeedDirs()));
+        TRY(m_machine.MakeProgramFolder());
         return SaveThemeFile(m_catalogue, m_machine.Registry(), m_state, path);
     }();
     RefreshRecentMenu();
