@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace glyphmoor {
 namespace {
@@ -114,6 +115,47 @@ void BM_WrestoolExtractAll(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_WrestoolExtractAll)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// Every icon image of Wine's own programs and libraries (GLYPHMOOR_BENCH_WINE_DIR,
+// else Debian's wine64 folder) decoded to pixels, files read included.
+void BM_DecodeEveryImageOfWine(benchmark::State& state) {
+    const char* given = std::getenv("GLYPHMOOR_BENCH_WINE_DIR");
+    const std::filesystem::path folder =
+        given != nullptr ? given : "/usr/lib/x86_64-linux-gnu/wine/x86_64-windows";
+    std::vector<std::filesystem::path> files;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        const std::string ext = entry.path().extension().string();
+        if (ext == ".dll" || ext == ".exe" || ext == ".cpl" || ext == ".ocx") {
+            files.push_back(entry.path());
+        }
+    }
+    if (files.empty()) {
+        state.SkipWithError(("no Wine files in " + folder.string()).c_str());
+        return;
+    }
+    std::size_t images = 0;
+    for (auto _ : state) {
+        images = 0;
+        for (const auto& file : files) {
+            auto module = ExecutableModule::Open(file);
+            cFileIcon icon;
+            for (std::size_t i = 0; module && i < module->IconGroups().size(); ++i) {
+                if (!LoadIconOfModule(*module, static_cast<int>(i), icon)) {
+                    continue;
+                }
+                for (int image = 0; image < icon.ImageCount(); ++image) {
+                    auto pixels = icon.DecodeImage(image);
+                    images += pixels.ok() ? 1 : 0;
+                    benchmark::DoNotOptimize(pixels);
+                }
+            }
+        }
+    }
+    state.counters["files"] = static_cast<double>(files.size());
+    state.counters["images"] = static_cast<double>(images);
+}
+BENCHMARK(BM_DecodeEveryImageOfWine)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace glyphmoor
