@@ -125,7 +125,7 @@ Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vec
         staged.push_back(StagedFile{std::filesystem::path(kRemoveMark), folder});
     }
     for (const FileReplacement& file : files) {
-        auto one = StageFile(file.file, file.bytes, write);
+        auto one = StageFile(file.file, file.bytes, write, Flush::Now, FolderOf(journal));
         if (!one) {
             RemoveStaged(staged);
             return Fail(one.reason());

@@ -75,8 +75,13 @@ struct StagedFile {
 // With Flush::Later the new file is not flushed to the disk yet: the caller
 // flushes many at once with FlushStaged before it renames any.
 enum class Flush { Now, Later };
+// With a staging folder on the same file system as the file, the new file is
+// written there instead (a machine's files are staged beside its journal, so
+// that a save killed early leaves nothing on its drives); elsewhere it is
+// written beside the file.
 Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
-                             const ChunkWriter& write, Flush flush = Flush::Now);
+                             const ChunkWriter& write, Flush flush = Flush::Now,
+                             const std::filesystem::path& stagingFolder = {});
 // Flushes staged files to the disk together: on Linux one flush of their file
 // system, on Windows nothing (each was flushed when staged).
 Status FlushStaged(const std::vector<StagedFile>& files);

@@ -161,13 +161,22 @@ void RemoveLeftovers(const std::filesystem::path& folder, const std::string& nam
     }
 }
 
+bool OnOneFileSystem(const std::filesystem::path& a, const std::filesystem::path& b) {
+    struct stat first {};
+    struct stat second {};
+    return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev;
+}
+
 }  // namespace
 
 Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPieces& bytes,
-                             const ChunkWriter& write, Flush flush) {
+                             const ChunkWriter& write, Flush flush,
+                             const std::filesystem::path& stagingFolder) {
     const std::filesystem::path path = ThroughLinks(given);
-    const std::filesystem::path folder =
+    const std::filesystem::path beside =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    const std::filesystem::path folder =
+        !stagingFolder.empty() && OnOneFileSystem(stagingFolder, beside) ? stagingFolder : beside;
     RemoveLeftovers(folder, path.filename().string());
     std::filesystem::path temp;
     const int fd = CreateTempBeside(path, folder, temp);
