@@ -11,8 +11,9 @@ namespace {
 
 // The journal is text: a header line, then one line a file, the staged file
 // and the file it replaces separated by a TAB, or "+" (a folder to make) or
-// "-" (an empty folder to remove), a TAB and the folder; then the end line. Paths are UTF-8. A journal
-// without its end line was never renamed into place whole and is not trusted.
+// "-" (an empty folder to remove), a TAB and the folder; then the end line.
+// Paths are UTF-8. A journal without its end line was never renamed into
+// place whole and is not trusted.
 constexpr std::string_view kHeader = "Glyphmoor journal 1\n";
 constexpr std::string_view kEnd = "end\n";
 

@@ -2,6 +2,7 @@
 
 #include "foundation/FileIo.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -23,7 +24,8 @@ void PlanFolder(const Environment& env, BaselineRegistry& baseline, const std::s
                 ProgramFolderPlan& plan) {
     std::error_code ec;
     const fs::path host = env.HostPath(windowsPath);
-    if (fs::is_directory(host, ec)) {
+    if (fs::is_directory(host, ec) ||
+        std::find(plan.folders.begin(), plan.folders.end(), host) != plan.folders.end()) {
         return;
     }
     const auto slash = windowsPath.rfind('\\');

@@ -29,10 +29,8 @@ namespace glyphmoor {
 
 inline constexpr std::string_view kMsdosSysPath = "C:\\Msdos.sys";
 inline constexpr std::string_view kBootSection = "Options";
-// The attributes around a write: normal before, so that the hidden, system
-// and read-only file can be written; hidden, system and archive after. The
-// read-only attribute is deliberately not set again.
-inline constexpr std::uint32_t kBootAttributesBefore = 0x80;
+// The attributes of the file written: hidden, system and archive. The
+// read-only attribute it may have had is deliberately not set again.
 inline constexpr std::uint32_t kBootAttributesAfter = 0x26;
 // The default menu item: a number with no node of its own, written back as read.
 inline constexpr std::string_view kBootMenuDefaultKey = "BootMenuDefault";
@@ -52,13 +50,12 @@ std::string BootNumber(std::string_view value, std::string_view fallback);
 void BuildBootGroups(TweakTree& tree);
 
 // Apply's boot step. Does nothing unless the boot groups are loaded and one
-// of them changed. Otherwise: the file is set to normal attributes, each
-// changed group's keys are written ("1" or "0" for a check item, the pending
-// number for a value, the default menu item after "BootMenu"), the file is
-// set to hidden, system and archive, and the written groups' flags are
-// cleared. A file the program makes is recorded in the machine's baseline
-// (and that record saved) first, so Undo all removes it again. Every step is
-// tried; the first failure is given back.
+// of them changed. Otherwise each changed group's keys are set in the file's
+// text ("1" or "0" for a check item, the pending number for a value, the
+// default menu item after "BootMenu") and the new file, hidden, system and
+// archive, goes to the machine's next save (Machine::ReplaceFile), which
+// replaces it in the same change as the registry; the written groups' flags
+// are cleared. A file the program makes is recorded for Undo all.
 Status WriteBootOptions(TweakTree& tree, Machine& machine);
 
 }  // namespace glyphmoor
