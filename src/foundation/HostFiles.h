@@ -82,8 +82,8 @@ enum class Flush { Now, Later };
 Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
                              const ChunkWriter& write, Flush flush = Flush::Now,
                              const std::filesystem::path& stagingFolder = {});
-// Flushes staged files to the disk together: on Linux one flush of their file
-// system, on Windows nothing (each was flushed when staged).
+// Flushes staged files to the disk together: on Linux one flush of each file
+// system they are on, on Windows nothing (each was flushed when staged).
 Status FlushStaged(const std::vector<StagedFile>& files);
 // The second half: renames the staged file over its target.
 Status PutStagedInPlace(const StagedFile& file);

@@ -221,18 +221,25 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPiece
 }
 
 Status FlushStaged(const std::vector<StagedFile>& files) {
-    if (files.empty()) {
-        return {};
-    }
-    const int fd = ::open(files.front().staged.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || ::syncfs(fd) != 0) {
-        const int error = errno;
-        if (fd >= 0) {
-            ::close(fd);
+    // One flush for each file system the files are on.
+    std::vector<dev_t> flushed;
+    for (const StagedFile& file : files) {
+        struct stat info {};
+        if (::stat(file.staged.c_str(), &info) == 0 &&
+            std::find(flushed.begin(), flushed.end(), info.st_dev) != flushed.end()) {
+            continue;
         }
-        return Fail("Writing " + files.front().target.string() + " failed: " + ErrnoText(error));
+        const int fd = ::open(file.staged.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0 || ::syncfs(fd) != 0) {
+            const int error = errno;
+            if (fd >= 0) {
+                ::close(fd);
+            }
+            return Fail("Writing " + file.target.string() + " failed: " + ErrnoText(error));
+        }
+        ::close(fd);
+        flushed.push_back(info.st_dev);
     }
-    ::close(fd);
     return {};
 }
 
