@@ -3,7 +3,11 @@
 namespace glyphmoor {
 
 TextPieces::TextPieces(std::string text) {
-    Copy(text);
+    if (!text.empty()) {
+        m_size = text.size();
+        m_owned.push_back(std::move(text));
+        m_pieces.push_back(Piece{{}, 0});
+    }
 }
 
 TextPieces TextPieces::Borrowing(std::string_view text) {
