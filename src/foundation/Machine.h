@@ -44,8 +44,8 @@ public:
     // Replaces (or makes) a file (a Windows path) by `bytes`, with the given
     // DOS attributes or the old file's, for a change, in the same way; a file
     // it makes is recorded for Undo all.
-    virtual Status ReplaceFile(const std::string& windowsPath, std::string bytes,
-                               std::optional<std::uint32_t> attributes) = 0;
+    virtual Status WriteDriveFile(const std::string& windowsPath, std::string bytes,
+                                  std::optional<std::uint32_t> attributes) = 0;
     // Removes an empty folder (a Windows path) for a change, in the same way.
     virtual Status RemoveFolder(const std::string& windowsPath) = 0;
     // Makes whatever of the program's folder the machine lacks, recorded for

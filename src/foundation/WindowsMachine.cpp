@@ -42,8 +42,8 @@ public:
         }
         return {};
     }
-    Status ReplaceFile(const std::string& windowsPath, std::string bytes,
-                       std::optional<std::uint32_t> attributes) override {
+    Status WriteDriveFile(const std::string& windowsPath, std::string bytes,
+                          std::optional<std::uint32_t> attributes) override {
         const std::filesystem::path host = m_environment.HostPath(windowsPath);
         std::error_code error;
         if (!std::filesystem::exists(host, error)) {

@@ -177,7 +177,7 @@ Status WriteBootOptions(TweakTree& tree, Machine& machine) {
         }
         tree.SetGroupChanged(group, false);
     }
-    return machine.ReplaceFile(std::string(kMsdosSysPath), text.Bytes(), kBootAttributesAfter);
+    return machine.WriteDriveFile(std::string(kMsdosSysPath), text.Bytes(), kBootAttributesAfter);
 }
 
 }  // namespace glyphmoor

@@ -53,7 +53,7 @@ void BuildBootGroups(TweakTree& tree);
 // of them changed. Otherwise each changed group's keys are set in the file's
 // text ("1" or "0" for a check item, the pending number for a value, the
 // default menu item after "BootMenu") and the new file, hidden, system and
-// archive, goes to the machine's next save (Machine::ReplaceFile), which
+// archive, goes to the machine's next save (Machine::WriteDriveFile), which
 // replaces it in the same change as the registry; the written groups' flags
 // are cleared. A file the program makes is recorded for Undo all.
 Status WriteBootOptions(TweakTree& tree, Machine& machine);
