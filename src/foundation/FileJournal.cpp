@@ -152,7 +152,15 @@ Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vec
         RemoveStaged(staged);
         return written;
     }
-    return RollForward(journal, staged);
+    TRY(RollForward(journal, staged));
+    // Windows gives a replacing file the attributes of the file it replaces
+    // as it is put in place: the attributes asked for are set once more.
+    for (const FileReplacement& file : files) {
+        if (file.attributes) {
+            TRY(WriteHostAttributes(file.file, *file.attributes));
+        }
+    }
+    return {};
 }
 
 Status ReplaceFilesTogether(const std::filesystem::path& journal, const std::vector<FileReplacement>& files,
