@@ -11,6 +11,8 @@
 #include "themes/ThemeApply.h"
 #include "themes/ThemeLibrary.h"
 
+#include "GrowHive.h"
+
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
@@ -25,23 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kHives[] = {"system.reg", "user.reg", "userdef.reg"};
-
-// Keys of a grown prefix, appended to a hive until it reaches `targetBytes`.
-void GrowHive(const fs::path& hive, std::size_t targetBytes) {
-    std::ofstream out(hive, std::ios::binary | std::ios::app);
-    std::size_t size = fs::file_size(hive);
-    for (std::size_t k = 0; size < targetBytes; ++k) {
-        std::string key = "\n[Software\\\\Filler" + std::to_string(k / 300) + "\\\\Key" + std::to_string(k) +
-                          "] 1795323958\n#time=1dd7a3f2949b940\n";
-        for (int v = 0; v < 4; ++v) {
-            key += "\"Path" + std::to_string(v) + "\"=\"C:\\\\windows\\\\system32\\\\file" +
-                   std::to_string(k % 997) + ".dll,-" + std::to_string(v) + "\"\n\"Count" +
-                   std::to_string(v) + "\"=dword:000003e8\n";
-        }
-        out << key;
-        size += key.size();
-    }
-}
 
 // A default machine, its hives kept aside so each run starts from them, and
 // a theme that changes every entry: the first starter theme (its icons and
@@ -61,7 +46,7 @@ struct Fixture {
             throw std::runtime_error("cannot make the default machine");
         }
         if (systemBytes > 0) {
-            GrowHive(dir / "system.reg", systemBytes);
+            bench::GrowHive(dir / "system.reg", systemBytes);
         }
         fs::create_directories(pristine);
         for (const char* hive : kHives) {

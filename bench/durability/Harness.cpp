@@ -1,5 +1,7 @@
 #include "Harness.h"
 
+#include "../GrowHive.h"
+
 #include "foundation/DefaultMachine.h"
 #include "foundation/FileIo.h"
 #include "foundation/MachineFolder.h"
@@ -86,19 +88,7 @@ void MakeMachine(const fs::path& dir, std::size_t bytes) {
     if (!EnsureSeededMachine(dir, SeedDirs()).ok()) {
         throw std::runtime_error("cannot make a default machine at " + dir.string());
     }
-    std::ofstream out(dir / "system.reg", std::ios::binary | std::ios::app);
-    std::size_t size = fs::file_size(dir / "system.reg");
-    for (std::size_t k = 0; size < bytes; ++k) {
-        std::string key = "\n[Software\\\\Filler" + std::to_string(k / 300) + "\\\\Key" + std::to_string(k) +
-                          "] 1795323958\n#time=1dd7a3f2949b940\n";
-        for (int v = 0; v < 4; ++v) {
-            key += "\"Path" + std::to_string(v) + "\"=\"C:\\\\windows\\\\system32\\\\file" +
-                   std::to_string(k % 997) + ".dll,-" + std::to_string(v) + "\"\n\"Count" +
-                   std::to_string(v) + "\"=dword:000003e8\n";
-        }
-        out << key;
-        size += key.size();
-    }
+    bench::GrowHive(dir / "system.reg", bytes);
 }
 
 void CopyHives(const fs::path& from, const fs::path& to) {
