@@ -56,29 +56,6 @@ TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell)
     EXPECT_EQ(out.substr(out.find("\n7\t") + 1), cursors.out);
 }
 
-TEST(IconCommands, ShowsTheMachinesOwnNamesAndIcons) {
-    TempMachine machine;
-    const std::string bin = "HKEY_CLASSES_ROOT\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}";
-    // Windows 98 without the new shell still reads the user's own class key.
-    const std::string userBin =
-        "HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\{645FF040-5081-101B-9F08-00AA002F954E}";
-    ASSERT_EQ(Cli(machine, {"reg", "write", userBin, "", "Trash"}).status, 0);
-    ASSERT_EQ(Cli(machine, {"reg", "write", userBin + "\\DefaultIcon", "Full", "C:\\Icons\\full.ico"}).status,
-              0);
-    ASSERT_EQ(Cli(machine, {"reg", "write", bin, "", "Not this one"}).status, 0);
-    const CliRun run = Cli(machine, {"icons", "--group", "1"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    // The shown name and the catalogue's apart, and the current icon and the default.
-    for (const char* line : {
-             "1\tTrash (empty)\tRecycle Bin (empty)\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t31\t"
-             "C:\\WINDOWS\\SYSTEM\\shell32.dll\t31\n",
-             "1\tTrash (full)\tRecycle Bin "
-             "(full)\tC:\\Icons\\full.ico\t0\tC:\\WINDOWS\\SYSTEM\\shell32.dll\t32\n",
-         }) {
-        EXPECT_NE(run.out.find(line), std::string::npos) << run.out;
-    }
-}
-
 // A group is named (in any case) or numbered; what is neither is refused.
 TEST(IconCommands, TakesAGroupByNameOrNumber) {
     TempMachine machine;

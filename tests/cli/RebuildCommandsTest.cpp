@@ -27,7 +27,6 @@ TEST(RebuildCommands, PrintsTheLeverAndKeepsTheSizeOrSaysWhyNot) {
         {"size 48", Win98System(),
          "\n[Control Panel\\\\desktop\\\\WindowMetrics] 0\n\"Shell Icon Size\"=\"48\"\n", 0,
          write + "49\n" + send + write + "48\n" + send, "", "48"},
-        {"no size", Win98System(), "", 0, write + "33\n" + send + write + "32\n" + send, "", "32"},
         {"NT 4 with IE 4's desktop shell",
          WinNtSystem() + "\n[Software\\\\Microsoft\\\\Internet Explorer] 0\n\"Version\"=\"4.72.3110.0\"\n",
          "\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\MenuOrder\\\\Start Menu] 0\n",
