@@ -100,19 +100,6 @@ TEST(FolderListing, WhatCannotBeListedFailsWithTheReason) {
     }
 }
 
-TEST(FolderListing, ThousandsOfSubfolders) {
-    TempDir dir;
-    constexpr int kCount = 1000;
-    for (int i = 0; i < kCount; ++i) {
-        fs::create_directory(dir.Path() / ("folder" + std::to_string(i)));
-    }
-    const auto names = ListSubfolders(dir.Path());
-    ASSERT_TRUE(names.ok());
-    ASSERT_EQ(names->size(), std::size_t{kCount});
-    EXPECT_EQ(names->front(), "folder0");
-    EXPECT_EQ(names->back(), "folder999");
-}
-
 TEST(FolderListing, NearestExistingFolder) {
     TempMachine machine;
     const auto opened = machine.Open();
