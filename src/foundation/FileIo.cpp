@@ -34,7 +34,10 @@ Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) 
     if (static_cast<std::uint64_t>(size) > limit) {
         return Fail(file.string() + " is too large (" + std::to_string(size) + " bytes)");
     }
-    Buffer contents(static_cast<std::size_t>(size), {});
+    Buffer contents;
+    contents.reserve(static_cast<std::size_t>(size));
+    AdviseLargeBuffer(contents.data(), static_cast<std::size_t>(size));
+    contents.resize(static_cast<std::size_t>(size));
     if (size > 0) {
         in.seekg(0, std::ios::beg);
         if (!in.read(reinterpret_cast<char*>(contents.data()), size)) {

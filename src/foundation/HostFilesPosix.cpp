@@ -1,6 +1,7 @@
 #include "foundation/HostFiles.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -256,6 +257,22 @@ void SyncFolder(const std::filesystem::path& folder) {
         ::fsync(dir);
         ::close(dir);
     }
+}
+
+void AdviseLargeBuffer(void* data, std::size_t size) {
+#ifdef MADV_HUGEPAGE
+    // Only whole large pages inside the buffer: the advice covers full pages.
+    constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20;
+    const auto begin = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t first = (begin + kLargePage - 1) & ~(kLargePage - 1);
+    const std::uintptr_t end = (begin + size) & ~(kLargePage - 1);
+    if (end > first) {
+        ::madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    }
+#else
+    (void)data;
+    (void)size;
+#endif
 }
 
 Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,

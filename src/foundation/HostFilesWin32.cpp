@@ -87,6 +87,8 @@ Status PutStagedInPlace(const StagedFile& file) {
 
 void SyncFolder(const std::filesystem::path& /*folder*/) {}
 
+void AdviseLargeBuffer(void* /*data*/, std::size_t /*size*/) {}
+
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
                                const ChunkWriter& write) {
     const StagedFile staged = TRY(StageFile(path, TextPieces::Borrowing(bytes), write));
