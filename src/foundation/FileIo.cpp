@@ -67,6 +67,15 @@ Status CheckRegularFile(const std::filesystem::path& file) {
     return {};
 }
 
+std::filesystem::path StagingFolderBeside(const std::filesystem::path& file) {
+    std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+    std::error_code error;
+    while (!std::filesystem::is_directory(folder, error) && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return folder.empty() ? std::filesystem::path(".") : folder;
+}
+
 Result<std::string> ReadWholeFile(const std::filesystem::path& file, std::uint64_t limit) {
     return ReadInto<std::string>(file, limit);
 }

@@ -174,8 +174,7 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPiece
                              const ChunkWriter& write, Flush flush,
                              const std::filesystem::path& stagingFolder) {
     const std::filesystem::path path = ThroughLinks(given);
-    const std::filesystem::path beside =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    const std::filesystem::path beside = StagingFolderBeside(path);
     const std::filesystem::path folder =
         !stagingFolder.empty() && OnOneFileSystem(stagingFolder, beside) ? stagingFolder : beside;
     RemoveLeftovers(folder, path.filename().string());
