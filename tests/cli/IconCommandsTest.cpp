@@ -18,25 +18,10 @@ std::string Line(const std::vector<std::string>& f) {
     return f[0] + "\t" + f[1] + "\t" + f[2] + "\t" + f[3] + "\t" + f[4] + "\t" + f[3] + "\t" + f[4] + "\n";
 }
 
-// The default machine, made afresh from the shipped seed in a data folder of
-// the test's own.
-class DefaultMachineIcons : public ::testing::Test {
-protected:
-    // The default machine, named explicitly: on Windows the program's own
-    // machine is the real system.
-    CliRun RunOnDefault(std::vector<std::string> args) {
-        const auto dir = DefaultMachineDir();
-        EXPECT_TRUE(EnsureSeededMachine(dir, SeedDirs()).ok());
-        args.insert(args.begin(), {"--machine", dir.string()});
-        return RunCliCaptured(args);
-    }
-
-    TempDir m_data;
-    ScopedEnvironment m_home{"XDG_DATA_HOME", m_data.Path().string()};
-};
+using DefaultMachineIcons = DefaultMachineCli;
 
 TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell) {
-    const CliRun run = RunOnDefault({"icons"});
+    const CliRun run = Run({"icons"});
     ASSERT_EQ(run.status, 0) << run.err;
     const auto lines = TabFields(run.out);
     std::map<std::string, int> perGroup;
@@ -66,7 +51,7 @@ TEST_F(DefaultMachineIcons, ListsEveryGroupAsWindows98WithTheDesktopUpdateShell)
     }
 
     // One group alone prints exactly its lines of the whole list.
-    const CliRun cursors = RunOnDefault({"icons", "--group", "7"});
+    const CliRun cursors = Run({"icons", "--group", "7"});
     ASSERT_EQ(cursors.status, 0) << cursors.err;
     EXPECT_EQ(out.substr(out.find("\n7\t") + 1), cursors.out);
 }
@@ -94,8 +79,13 @@ TEST(IconCommands, ShowsTheMachinesOwnNamesAndIcons) {
     }
 }
 
-TEST(IconCommands, RefusesAGroupItDoesNotHave) {
+// A group is named (in any case) or numbered; what is neither is refused.
+TEST(IconCommands, TakesAGroupByNameOrNumber) {
     TempMachine machine;
+    const CliRun byNumber = Cli(machine, {"icons", "--group", "2"});
+    EXPECT_EQ(byNumber.status, kExitOk);
+    EXPECT_EQ(byNumber.out.substr(0, 2), "2\t");
+    EXPECT_EQ(Cli(machine, {"icons", "--group", "start icons"}).out, byNumber.out);
     for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
              {"icons", "--group", "0"},
              {"icons", "--group", "8"},
@@ -227,15 +217,6 @@ TEST(UndoAllCommand, ShowsWhatReturnsThenReturnsIt) {
     EXPECT_EQ(again.out, "");
     EXPECT_NE(again.err.find("as it was before the program first changed it"), std::string::npos);
     EXPECT_EQ(Cli(machine, {"undo-all", "--now"}).status, kExitUsage);
-}
-
-TEST(IconCommands, GroupsAreNamedOrNumbered) {
-    TempMachine machine;
-    const CliRun byName = Cli(machine, {"icons", "--group", "start icons"});
-    const CliRun byNumber = Cli(machine, {"icons", "--group", "2"});
-    EXPECT_EQ(byName.status, kExitOk);
-    EXPECT_EQ(byName.out, byNumber.out);
-    EXPECT_EQ(byName.out.substr(0, 2), "2\t");
 }
 
 // A theme saved on a fresh machine makes the program's folder first, as a

@@ -67,6 +67,20 @@ TEST_F(ThemeSaving, WritesEveryEntryWithItsIconCopiedBesideTheTheme) {
     EXPECT_EQ(Value(theme, "Include", "Read Me"), "%ThemeDir%Read Me.txt");
     EXPECT_EQ(ReadCurrentTheme(m_machine->Registry()), theme);
     EXPECT_EQ(m_state.currentTheme, theme);
+
+    // What is saved loads back as the copies.
+    for (int group = 1; group <= 6; ++group) {
+        for (std::size_t i = 0; i < Catalogue().Group(group).Count(); ++i) {
+            Catalogue().Group(group).At(i).currentFile = "C:\\elsewhere.ico";
+        }
+    }
+    LoadThemeFile(Catalogue(), m_state, theme);
+    for (int group = 1; group <= 6; ++group) {
+        for (const SystemIconEntry& e : Catalogue().Group(group).Entries()) {
+            EXPECT_EQ(e.Current(), (IconLocation{"C:\\Work\\Ocean " + std::string(e.Key()) + ".ico", 0}))
+                << e.Key();
+        }
+    }
 }
 
 TEST_F(ThemeSaving, SkipsWhatHasNoIconAndCopiesAResourceIdFromTheFirstIcon) {
@@ -150,23 +164,6 @@ TEST_F(ThemeSaving, StraightIntoTheLibraryMakesTheThemesOwnFolder) {
     EXPECT_TRUE(std::filesystem::is_regular_file(Host(theme)));
     EXPECT_TRUE(std::filesystem::is_regular_file(Host(library + "Ocean\\Ocean My Computer.ico")));
     EXPECT_FALSE(std::filesystem::exists(Host(library + "Ocean.gmtheme")));
-}
-
-TEST_F(ThemeSaving, WhatIsSavedLoadsBackAsTheCopiedIcons) {
-    const std::string theme = Save("C:\\Work\\Back");
-    for (int group = 1; group <= 6; ++group) {
-        for (std::size_t i = 0; i < Catalogue().Group(group).Count(); ++i) {
-            SystemIconEntry& e = Catalogue().Group(group).At(i);
-            e.currentFile = "C:\\elsewhere.ico";
-        }
-    }
-    LoadThemeFile(Catalogue(), m_state, theme);
-    for (int group = 1; group <= 6; ++group) {
-        for (const SystemIconEntry& e : Catalogue().Group(group).Entries()) {
-            EXPECT_EQ(e.Current(), (IconLocation{"C:\\Work\\Back " + std::string(e.Key()) + ".ico", 0}))
-                << e.Key();
-        }
-    }
 }
 
 }  // namespace

@@ -342,27 +342,27 @@ private slots:
         QCOMPARE(Captions().size(), themes);
     }
 
-    void thePopUpMenuChangesTheView_data() {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<int>("view");
-        QTest::addColumn<int>("iconSize");
-        QTest::newRow("large") << "Theme_VLarge" << int(ThemesPage::View::LargeIcons) << 32;
-        QTest::newRow("small") << "Theme_VSmall" << int(ThemesPage::View::SmallIcons) << 16;
-        QTest::newRow("list") << "Theme_VList" << int(ThemesPage::View::List) << 16;
-        QTest::newRow("details") << "Theme_VDetails" << int(ThemesPage::View::Details) << 16;
-    }
     void thePopUpMenuChangesTheView() {
-        QFETCH(QString, key);
-        QFETCH(int, view);
-        QFETCH(int, iconSize);
-        m_window->Dispatch(key == QStringLiteral("Theme_VLarge") ? "Theme_VList" : "Theme_VLarge");
-        QMenu menu;
-        m_window->FillPopup(&menu, Main::PopupContext::Themes);
-        QAction* item = menu.findChild<QAction*>(key);
-        QVERIFY(item != nullptr);
-        item->trigger();
-        QCOMPARE(int(m_window->Themes().CurrentView()), view);
-        QCOMPARE(List()->iconSize().width(), iconSize);
+        const struct {
+            const char* key;
+            ThemesPage::View view;
+            int iconSize;
+        } cases[] = {
+            {"Theme_VLarge", ThemesPage::View::LargeIcons, 32},
+            {"Theme_VSmall", ThemesPage::View::SmallIcons, 16},
+            {"Theme_VList", ThemesPage::View::List, 16},
+            {"Theme_VDetails", ThemesPage::View::Details, 16},
+        };
+        for (const auto& c : cases) {
+            m_window->Dispatch(c.view == ThemesPage::View::LargeIcons ? "Theme_VList" : "Theme_VLarge");
+            QMenu menu;
+            m_window->FillPopup(&menu, Main::PopupContext::Themes);
+            QAction* item = menu.findChild<QAction*>(c.key);
+            QVERIFY(item != nullptr);
+            item->trigger();
+            QCOMPARE(int(m_window->Themes().CurrentView()), int(c.view));
+            QCOMPARE(List()->iconSize().width(), c.iconSize);
+        }
     }
 
     void openingABundleUnpacksAndLoadsIt() {

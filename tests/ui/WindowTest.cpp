@@ -3,7 +3,7 @@
 // read back from its files afterwards. Screenshots of the pages go to
 // $GLYPHMOOR_SCREENSHOT_DIR when it is set.
 #include "WindowFixture.h"
-#include "iconfiles/IconImage.h"
+#include "iconfiles/IconFixtures.h"
 #include "iconfiles/IconLibraryWriter.h"
 #include "iconfiles/cFileIcon.h"
 #include "icons/IconEditing.h"
@@ -39,17 +39,7 @@ constexpr const char* kSettings = "HKEY_CURRENT_USER\\Software\\Veltrane\\Glyphm
 
 // An icon library of `count` plain icons, written to the machine's C:\.
 void WriteLibrary(const std::filesystem::path& file, int count) {
-    std::vector<cFileIcon> icons(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        RgbaImage image{32, 32, std::vector<std::uint8_t>(32 * 32 * 4, static_cast<std::uint8_t>(i * 7))};
-        for (std::size_t p = 3; p < image.pixels.size(); p += 4) {
-            image.pixels[p] = 255;
-        }
-        auto data = EncodeIconImage(image, 32);
-        QVERIFY(data.ok());
-        IconDirEntry entry{32, 32, 0, 0, 1, 32, static_cast<std::uint32_t>(data->size()), 0};
-        icons[static_cast<std::size_t>(i)].AddImage(entry, std::move(*data));
-    }
+    const std::vector<cFileIcon> icons(static_cast<std::size_t>(count), MakeIcon({{32, 8}}));
     const auto bytes = BuildResourceOnlyPe(IconLibraryResources(icons, {}), PeLayout{});
     std::ofstream(file, std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
@@ -429,55 +419,33 @@ private slots:
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
     }
 
-    void aMachineThatCannotBeOpenedIsShownInADialog_data() {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QString>("says");
-        QTest::newRow("absent") << "absent"
-                                << "does not exist";
-        QTest::newRow("not a machine") << "empty"
-                                       << "is not a machine folder";
-        QTest::newRow("bad hive") << "bad"
-                                  << "system.reg:1: not a Wine registry file";
-    }
     void aMachineThatCannotBeOpenedIsShownInADialog() {
-        QFETCH(QString, folder);
-        QFETCH(QString, says);
         std::filesystem::create_directories(m_dir->Path() / "empty");
         m_dir->Write("bad/system.reg", "REGEDIT4\n");
-        QStringList told;
-        const auto machine = OpenWindowMachine((m_dir->Path() / folder.toStdString()).string(),
-                                               [&told](const QString& text) { told << text; });
-        QVERIFY(machine == nullptr);
-        QCOMPARE(told.size(), 1);
-        QVERIFY2(told.front().contains(says), qPrintable(told.front()));
+        for (const auto& [folder, says] :
+             {std::pair{"absent", "does not exist"}, std::pair{"empty", "is not a machine folder"},
+              std::pair{"bad", "system.reg:1: not a Wine registry file"}}) {
+            QStringList told;
+            const auto machine = OpenWindowMachine((m_dir->Path() / folder).string(),
+                                                   [&told](const QString& text) { told << text; });
+            QVERIFY(machine == nullptr);
+            QCOMPARE(told.size(), 1);
+            QVERIFY2(told.front().contains(QString(says)), qPrintable(told.front()));
+        }
     }
 
-    void startUpTakesThePageAndThePosition_data() {
-        QTest::addColumn<QString>("commandLine");
-        QTest::addColumn<int>("positions");
-        QTest::addColumn<int>("page");
-        QTest::addColumn<QPoint>("at");
-        QTest::newRow("plain") << "" << 10 << int(Page::Themes) << QPoint(-1, -1);
-        QTest::newRow("/t") << "/t C:\\Themes\\a.gmtheme" << 1 << int(Page::IconsAndCursors)
-                            << QPoint(37, 41);
-        QTest::newRow("/f") << "/f C:\\WINDOWS" << 1 << int(Page::Folders) << QPoint(37, 41);
-    }
+    // The page of each start is the page tests'; the stored place is taken
+    // only where "Positions" is 1, whatever the start.
     void startUpTakesThePageAndThePosition() {
-        QFETCH(QString, commandLine);
-        QFETCH(int, positions);
-        QFETCH(int, page);
-        QFETCH(QPoint, at);
-        SetRegDword(m_machine->Registry(), kSettings, "Positions", positions);
         SetRegString(m_machine->Registry(), kSettings, "Left", "37");
         SetRegString(m_machine->Registry(), kSettings, "Top", "41");
-        m_window.reset();
-        m_window =
-            std::make_unique<Main>(*m_machine, ParseCommandLine(commandLine.toStdString()), m_prompt.get());
-        QCOMPARE(int(m_window->CurrentPage()), page);
-        if (at.x() >= 0) {
-            QCOMPARE(m_window->pos(), at);
-        } else {
-            QVERIFY(m_window->pos() != QPoint(37, 41));
+        for (const auto& [commandLine, positions, page] :
+             {std::tuple{"", 10, Page::Themes}, std::tuple{"/f C:\\WINDOWS", 1, Page::Folders}}) {
+            SetRegDword(m_machine->Registry(), kSettings, "Positions", positions);
+            m_window.reset();
+            m_window = std::make_unique<Main>(*m_machine, ParseCommandLine(commandLine), m_prompt.get());
+            QCOMPARE(int(m_window->CurrentPage()), int(page));
+            QCOMPARE(m_window->pos() == QPoint(37, 41), positions == 1);
         }
     }
 
@@ -546,22 +514,14 @@ private slots:
         std::ofstream(m_folder->Dir() / "drive_c" / "none.dll") << "not a library";
     }
 
-    void theScrollBarIsForMoreThanThirtyTwo_data() {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<bool>("scrolls");
-        QTest::addColumn<bool>("okEnabled");
-        QTest::newRow("1") << "C:\\lib1.dll" << false << true;
-        QTest::newRow("32") << "C:\\lib32.dll" << false << false;
-        QTest::newRow("33") << "C:\\lib33.dll" << true << false;
-    }
+    // OK waits for a choice unless the file has one icon.
     void theScrollBarIsForMoreThanThirtyTwo() {
-        QFETCH(QString, file);
-        QFETCH(bool, scrolls);
-        QFETCH(bool, okEnabled);
-        auto dialog = Dialog();
-        dialog->Prepare(file.toStdString(), -1);
-        QCOMPARE(Scroll(dialog)->isEnabled(), scrolls);
-        QCOMPARE(Ok(dialog)->isEnabled(), okEnabled);
+        for (const int count : {1, 32, 33}) {
+            auto dialog = Dialog();
+            dialog->Prepare("C:\\lib" + std::to_string(count) + ".dll", -1);
+            QCOMPARE(Scroll(dialog)->isEnabled(), count > 32);
+            QCOMPARE(Ok(dialog)->isEnabled(), count == 1);
+        }
         QVERIFY(m_messages.isEmpty());
     }
 
@@ -638,50 +598,38 @@ private slots:
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
     }
 
-    void arrowKeysMoveTheSelection_data() {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("to");
-        QTest::newRow("down") << 5 << int(Qt::Key_Down) << 6;
-        QTest::newRow("up") << 5 << int(Qt::Key_Up) << 4;
-        QTest::newRow("up at the top of a column") << 4 << int(Qt::Key_Up) << 4;
-        QTest::newRow("down at the bottom of a column") << 7 << int(Qt::Key_Down) << 7;
-        QTest::newRow("right") << 5 << int(Qt::Key_Right) << 9;
-        QTest::newRow("left") << 5 << int(Qt::Key_Left) << 1;
-        QTest::newRow("left in the first column") << 1 << int(Qt::Key_Left) << 1;
-        QTest::newRow("right past the last icon") << 97 << int(Qt::Key_Right) << 97;
-    }
+    // Four icons a column: the keys stop at the grid's edges and the last icon.
     void arrowKeysMoveTheSelection() {
-        QFETCH(int, from);
-        QFETCH(int, key);
-        QFETCH(int, to);
-        auto dialog = Dialog();
-        dialog->show();
-        dialog->Prepare("C:\\lib100.dll", from);
-        auto* grid = Grid(dialog);
-        grid->setFocus();
-        QTest::keyClick(grid, static_cast<Qt::Key>(key));
-        QCOMPARE(grid->Selected(), to);
-        // The selection stays in sight.
-        const int left = IconGrid::CellOrigin(to).x() - Scroll(dialog)->value();
-        QVERIFY(left >= 0 && left + 32 <= kGridVisibleWidth);
+        const struct {
+            int from;
+            Qt::Key key;
+            int to;
+        } cases[] = {
+            {5, Qt::Key_Down, 6},  {5, Qt::Key_Up, 4},   {4, Qt::Key_Up, 4},   {7, Qt::Key_Down, 7},
+            {5, Qt::Key_Right, 9}, {5, Qt::Key_Left, 1}, {1, Qt::Key_Left, 1}, {97, Qt::Key_Right, 97},
+        };
+        for (const auto& c : cases) {
+            auto dialog = Dialog();
+            dialog->show();
+            dialog->Prepare("C:\\lib100.dll", c.from);
+            auto* grid = Grid(dialog);
+            grid->setFocus();
+            QTest::keyClick(grid, c.key);
+            QCOMPARE(grid->Selected(), c.to);
+            // The selection stays in sight.
+            const int left = IconGrid::CellOrigin(c.to).x() - Scroll(dialog)->value();
+            QVERIFY(left >= 0 && left + 32 <= kGridVisibleWidth);
+        }
     }
 
-    void filesWithoutIconsAreReported_data() {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("missing") << "C:\\nothere.dll"
-                                 << "File not found \"C:\\nothere.dll\"";
-        QTest::newRow("no icons") << "C:\\none.dll"
-                                  << "No Icons found in \"C:\\none.dll\".";
-    }
     void filesWithoutIconsAreReported() {
-        QFETCH(QString, file);
-        QFETCH(QString, message);
-        auto dialog = Dialog();
-        dialog->Prepare(file.toStdString(), 0);
-        QCOMPARE(m_messages, QStringList({message}));
-        QVERIFY(!Ok(dialog)->isEnabled());
+        for (const char* file : {"C:\\nothere.dll", "C:\\none.dll"}) {
+            auto dialog = Dialog();
+            dialog->Prepare(file, 0);
+            QVERIFY(!Ok(dialog)->isEnabled());
+        }
+        QCOMPARE(m_messages,
+                 QStringList({"File not found \"C:\\nothere.dll\"", "No Icons found in \"C:\\none.dll\"."}));
     }
 
     void browsingListsTheChosenFile() {

@@ -63,85 +63,71 @@ class frmPromptTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void oneButtonNoticeSitsAtTheFarRight();
-    void longTextPushesTheButtonsDown();
-    void checkBoxMakesTheDialogTaller();
+    void controlsStandWhereTheLayoutPutsThem();
     void centredOverTheParent();
-    void escapeLeavesResultAndBoxUntouched();
+    void theBoxIsTakenOnlyWithAPress();
     void enterPressesTheSafeAnswer();
-    void helpStaysOpenAndEscapeKeepsItsIndex();
     void theWindowsHelpButtonShowsTheProgramsHelp();
-    void spaceTicksTheBoxTakenAtThePress();
     void windowPromptRunsModally();
 
 private:
     RecordingSystem m_system;
 };
 
-void frmPromptTest::oneButtonNoticeSitsAtTheFarRight() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        QPushButton* ok = Command(dialog, 0);
-        QVERIFY(ok->isVisible());
-        QVERIFY(!Command(dialog, 1)->isVisible());
-        QVERIFY(!Command(dialog, 2)->isVisible());
-        QCOMPARE(ok->text(), QString("OK"));
-        QCOMPARE(ok->x(), dialog.PixelsAcross(dialog.Layout().dialogWidth - 1325));
-        QCOMPARE(ok->size(), QSize(dialog.PixelsAcross(1095), dialog.PixelsDown(375)));
-        QCOMPARE(dialog.width(), dialog.PixelsAcross(4200 + 1000 - 90));
-        const int rightMargin = dialog.width() - ok->geometry().right() - 1;
-        QVERIFY2(rightMargin >= 4 && rightMargin <= 16, qPrintable(QString::number(rightMargin)));
-        QCOMPARE(dialog.windowTitle(), QString("Glyphmoor"));
-        Screenshot(dialog, "frmPrompt-notice");
+// The layout's rules are LayoutPrompt's; the dialog puts every control where
+// the layout says, in pixels, shows what it says, and the whole text fits in
+// the label.
+void frmPromptTest::controlsStandWhereTheLayoutPutsThem() {
+    const struct {
+        const char* name;
+        const char* text;
+        std::array<const char*, 3> buttons;  // Command(0), Command(1), Command(2)
+        std::int16_t width;
+        const char* check;
+    } cases[] = {
+        {"notice", "Short.", {"OK", "", ""}, 0, ""},
+        {"long text", kLongText, {"&Help", "OK", ""}, 4600, ""},
+        {"check", kLongText, {"&Help", "OK", ""}, 4600, "Do not show this dialog again"},
+        {"question", "Save?", {"Cancel", "No", "Yes"}, 5000, ""},
     };
-    prompt.SetPromptText("Short.");
-    prompt.ShowPrompt("", "", "OK", 32516, 0, "");
-}
-
-void frmPromptTest::longTextPushesTheButtonsDown() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        auto* label = dialog.findChild<QLabel*>("capMsg");
-        QVERIFY(label->height() > dialog.PixelsDown(495));
-        QCOMPARE(label->width(), dialog.PixelsAcross(4600));
-        // The whole text fits in the label at its width.
-        const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 100000),
-                                                               Qt::TextWordWrap, label->text());
-        QVERIFY(needed.height() <= label->height() + 1);
-        for (int i = 0; i < 2; ++i) {
-            QVERIFY(Command(dialog, i)->y() > label->geometry().bottom());
-            QVERIFY(Command(dialog, i)->geometry().bottom() < dialog.height());
-        }
-        QCOMPARE(Command(dialog, 1)->x(), Command(dialog, 0)->x() - dialog.PixelsAcross(1210));
-    };
-    prompt.SetPromptText(kLongText);
-    prompt.ShowPrompt("", "OK", "&Help", 32515, 4600, "");
-}
-
-void frmPromptTest::checkBoxMakesTheDialogTaller() {
-    int without = 0;
-    int with = 0;
-    ProbePrompt prompt(m_system);
-    prompt.act = [&without](frmPrompt& dialog) {
-        QVERIFY(!dialog.findChild<QCheckBox*>("Check")->isVisible());
-        without = dialog.height();
-    };
-    prompt.SetPromptText(kLongText);
-    prompt.ShowPrompt("", "OK", "&Help", 32515, 4600, "");
-    prompt.act = [&with](frmPrompt& dialog) {
-        auto* check = dialog.findChild<QCheckBox*>("Check");
-        auto* label = dialog.findChild<QLabel*>("capMsg");
-        QVERIFY(check->isVisible());
-        QCOMPARE(check->text(), QString("&Do not show this dialog again"));
-        QCOMPARE(check->x(), label->x());
-        QVERIFY(check->y() > label->geometry().bottom());
-        QVERIFY(Command(dialog, 0)->y() > check->geometry().bottom());
-        with = dialog.height();
-        Screenshot(dialog, "frmPrompt-check");
-        QCOMPARE(with - dialog.PixelsDown(405), dialog.PixelsDown(dialog.Layout().clientHeight - 405));
-    };
-    prompt.ShowPrompt("", "OK", "&Help", 32515, 4600, "Do not show this dialog again");
-    QVERIFY(std::abs(with - without - 27) <= 1);  // 405 twips at 96 dpi
+    for (const auto& c : cases) {
+        ProbePrompt prompt(m_system);
+        prompt.act = [&c](frmPrompt& dialog) {
+            const PromptLayout& layout = dialog.Layout();
+            const auto at = [&dialog](const TwipsRect& r) {
+                return QRect(dialog.PixelsAcross(r.left), dialog.PixelsDown(r.top),
+                             dialog.PixelsAcross(r.width), dialog.PixelsDown(r.height));
+            };
+            QCOMPARE(dialog.size(),
+                     QSize(dialog.PixelsAcross(layout.clientWidth), dialog.PixelsDown(layout.clientHeight)));
+            QCOMPARE(dialog.findChild<QLabel*>("picIcon")->geometry(), at(layout.icon));
+            auto* label = dialog.findChild<QLabel*>("capMsg");
+            QCOMPARE(label->geometry(), at(layout.label));
+            const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 100000),
+                                                                   Qt::TextWordWrap, label->text());
+            QVERIFY2(needed.height() <= label->height() + 1, c.name);
+            for (std::size_t i = 0; i < 3; ++i) {
+                QPushButton* button = Command(dialog, static_cast<int>(i));
+                QCOMPARE(button->isVisible(), layout.buttonVisible.at(i));
+                QCOMPARE(button->geometry(), at(layout.buttons.at(i)));
+                QCOMPARE(button->text(), QString(c.buttons.at(i)));
+                QVERIFY(button->geometry().bottom() < dialog.height());
+            }
+            auto* check = dialog.findChild<QCheckBox*>("Check");
+            QCOMPARE(check->isVisible(), layout.checkVisible);
+            if (layout.checkVisible) {
+                QCOMPARE(check->geometry(), at(layout.check));
+                QCOMPARE(check->text(), QString("&Do not show this dialog again"));
+            }
+            QCOMPARE(dialog.windowTitle(), QString("Glyphmoor"));
+            // A one-button notice has its button close to the right edge.
+            const int rightMargin = dialog.width() - Command(dialog, 0)->geometry().right() - 1;
+            QVERIFY2(rightMargin >= 4 && rightMargin <= 16, qPrintable(QString::number(rightMargin)));
+            Screenshot(dialog, QString("frmPrompt-") + c.name);
+        };
+        prompt.SetPromptText(c.text);
+        prompt.ShowPrompt(c.buttons[2], c.buttons[1], c.buttons[0], 32515, c.width, c.check);
+    }
 }
 
 void frmPromptTest::centredOverTheParent() {
@@ -163,17 +149,28 @@ void frmPromptTest::centredOverTheParent() {
     prompt.ShowPrompt("", "", "OK", 32516, 0, "");
 }
 
-void frmPromptTest::escapeLeavesResultAndBoxUntouched() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        dialog.findChild<QCheckBox*>("Check")->setChecked(true);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    };
-    prompt.SetPromptText("Overwrite?");
-    QCOMPARE(prompt.ShowPrompt("Yes", "No", "&Cancel", 32514, 0, "Do not ask me this question next time"),
-             std::int16_t{4});
-    QVERIFY(!prompt.PromptDontShowAgain());
+// A ticked box is taken with a button press (the Space bar ticks it), not
+// with Escape, which gives 4.
+void frmPromptTest::theBoxIsTakenOnlyWithAPress() {
+    for (const bool escape : {true, false}) {
+        ProbePrompt prompt(m_system);
+        prompt.act = [escape](frmPrompt& dialog) {
+            auto* check = dialog.findChild<QCheckBox*>("Check");
+            check->setFocus();
+            QTest::keyClick(check, Qt::Key_Space);
+            QVERIFY(check->isChecked());
+            if (escape) {
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            } else {
+                QTest::mouseClick(Command(dialog, 0), Qt::LeftButton);
+            }
+            QVERIFY(!dialog.isVisible());
+        };
+        prompt.SetPromptText("Overwrite?");
+        QCOMPARE(prompt.ShowPrompt("Yes", "No", "&Cancel", 32514, 0, "Do not ask me this question next time"),
+                 static_cast<std::int16_t>(escape ? 4 : 0));
+        QCOMPARE(prompt.PromptDontShowAgain(), !escape);
+    }
 }
 
 void frmPromptTest::enterPressesTheSafeAnswer() {
@@ -202,54 +199,23 @@ void frmPromptTest::enterPressesTheSafeAnswer() {
     }
 }
 
-void frmPromptTest::helpStaysOpenAndEscapeKeepsItsIndex() {
-    RecordingSystem system;
-    ProbePrompt prompt(system);
-    prompt.act = [&system](frmPrompt& dialog) {
-        QTest::mouseClick(Command(dialog, 0), Qt::LeftButton);
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(system.Calls().size(), std::size_t{1});
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    };
-    prompt.SetPromptText("Hiding Network Neighborhood disables shell support.");
-    QCOMPARE(prompt.ShowPrompt("OK", "Cancel", "&Help", 32515, 0, ""), std::int16_t{0});
-    QCOMPARE(system.Calls().at(0),
-             std::string("WinHelp \"C:\\Glyphmoor.hlp\" 0x105 \"Hide, Network Neighborhood\""));
-}
-
 void frmPromptTest::theWindowsHelpButtonShowsTheProgramsHelp() {
     RecordingSystem system;
     WindowPrompt prompt(system, "C:\\Glyphmoor.hlp");
     QString shown;
     WhenShown<frmPrompt>([&shown](frmPrompt* dialog) {
         QTest::mouseClick(Command(*dialog, 0), Qt::LeftButton);
-        // The help opens beside the message, which stays open, and can be used.
+        // The help opens beside the message, which stays open; Escape then
+        // gives the help button's index.
         auto* help = dialog->findChild<HelpWindow*>();
         QVERIFY(help != nullptr && help->isVisible() && dialog->isVisible());
         shown = help->Browser()->source().fileName();
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     prompt.SetPromptText("Hiding Network Neighborhood disables shell support.");
-    prompt.ShowPrompt("OK", "Cancel", "&Help", 32515, 0, "");
+    QCOMPARE(prompt.ShowPrompt("OK", "Cancel", "&Help", 32515, 0, ""), std::int16_t{0});
     QCOMPARE(shown, QStringLiteral("hide-network-neighborhood.html"));
     QVERIFY(system.Calls().empty());  // no WinHelp
-}
-
-void frmPromptTest::spaceTicksTheBoxTakenAtThePress() {
-    ProbePrompt prompt(m_system);
-    prompt.act = [](frmPrompt& dialog) {
-        auto* check = dialog.findChild<QCheckBox*>("Check");
-        check->setFocus();
-        QTest::keyClick(check, Qt::Key_Space);
-        QVERIFY(check->isChecked());
-        QTest::mouseClick(Command(dialog, 0), Qt::LeftButton);
-        QVERIFY(!dialog.isVisible());
-    };
-    prompt.SetPromptText("Overwrite?");
-    QCOMPARE(prompt.ShowPrompt("Yes", "No", "&Cancel", 32514, 0, "Do not ask me this question next time"),
-             std::int16_t{0});
-    QVERIFY(prompt.PromptDontShowAgain());
 }
 
 void frmPromptTest::windowPromptRunsModally() {
