@@ -34,7 +34,10 @@ Result<Buffer> ReadInto(const std::filesystem::path& file, std::uint64_t limit) 
     if (static_cast<std::uint64_t>(size) > limit) {
         return Fail(file.string() + " is too large (" + std::to_string(size) + " bytes)");
     }
-    Buffer contents(static_cast<std::size_t>(size), {});
+    Buffer contents;
+    contents.reserve(static_cast<std::size_t>(size));
+    AdviseLargeBuffer(contents.data(), static_cast<std::size_t>(size));
+    contents.resize(static_cast<std::size_t>(size));
     if (size > 0) {
         in.seekg(0, std::ios::beg);
         if (!in.read(reinterpret_cast<char*>(contents.data()), size)) {
@@ -62,6 +65,15 @@ Status CheckRegularFile(const std::filesystem::path& file) {
         return Fail("cannot read " + file.string() + ": it is not a regular file");
     }
     return {};
+}
+
+std::filesystem::path StagingFolderBeside(const std::filesystem::path& file) {
+    std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+    std::error_code error;
+    while (!std::filesystem::is_directory(folder, error) && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return folder.empty() ? std::filesystem::path(".") : folder;
 }
 
 Result<std::string> ReadWholeFile(const std::filesystem::path& file, std::uint64_t limit) {

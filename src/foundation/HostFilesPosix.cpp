@@ -1,6 +1,7 @@
 #include "foundation/HostFiles.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -173,8 +174,7 @@ Result<StagedFile> StageFile(const std::filesystem::path& given, const TextPiece
                              const ChunkWriter& write, Flush flush,
                              const std::filesystem::path& stagingFolder) {
     const std::filesystem::path path = ThroughLinks(given);
-    const std::filesystem::path beside =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    const std::filesystem::path beside = StagingFolderBeside(path);
     const std::filesystem::path folder =
         !stagingFolder.empty() && OnOneFileSystem(stagingFolder, beside) ? stagingFolder : beside;
     RemoveLeftovers(folder, path.filename().string());
@@ -256,6 +256,22 @@ void SyncFolder(const std::filesystem::path& folder) {
         ::fsync(dir);
         ::close(dir);
     }
+}
+
+void AdviseLargeBuffer(void* data, std::size_t size) {
+#ifdef MADV_HUGEPAGE
+    // Only whole large pages inside the buffer: the advice covers full pages.
+    constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20;
+    const auto begin = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t first = (begin + kLargePage - 1) & ~(kLargePage - 1);
+    const std::uintptr_t end = (begin + size) & ~(kLargePage - 1);
+    if (end > first) {
+        ::madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    }
+#else
+    (void)data;
+    (void)size;
+#endif
 }
 
 Status SaveFileTransactionally(const std::filesystem::path& given, std::string_view bytes,

@@ -33,8 +33,7 @@ Status SaveFileTransactionally(const std::filesystem::path& path, std::string_vi
 Result<StagedFile> StageFile(const std::filesystem::path& path, const TextPieces& bytes,
                              const ChunkWriter& write, Flush /*flush*/,
                              const std::filesystem::path& /*stagingFolder*/) {
-    const std::filesystem::path folder =
-        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    const std::filesystem::path folder = StagingFolderBeside(path);
     std::random_device random;
     std::filesystem::path temp;
     std::FILE* file = nullptr;
@@ -86,6 +85,8 @@ Status PutStagedInPlace(const StagedFile& file) {
 }
 
 void SyncFolder(const std::filesystem::path& /*folder*/) {}
+
+void AdviseLargeBuffer(void* /*data*/, std::size_t /*size*/) {}
 
 Status SaveFileTransactionally(const std::filesystem::path& path, std::string_view bytes,
                                const ChunkWriter& write) {

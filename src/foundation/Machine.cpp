@@ -25,8 +25,9 @@ public:
     const Environment& Env() const override { return m_environment; }
     System& Sys() override { return m_system; }
     // The program's folder is planned (and recorded) at the first save after
-    // a write to the machine; its folders are made in the registry's change,
-    // its two files right after it.
+    // a write to the machine; its folders and its two files are made in the
+    // registry's change, so that no record ever names a file a kill kept from
+    // being written.
     Status Save() override {
         ProgramFolderPlan plan;
         if (m_baseline.WroteMachine()) {
@@ -34,12 +35,15 @@ public:
         }
         FolderChanges folders = m_pendingFolders;
         folders.make.insert(folders.make.begin(), plan.folders.begin(), plan.folders.end());
-        TRY(m_registry->Save(folders, m_pendingFiles));
+        std::vector<FileReplacement> files = m_pendingFiles;
+        for (const ProgramFolderPlan::File& file : plan.files) {
+            files.push_back(FileReplacement{file.file, TextPieces::Borrowing(file.bytes), std::nullopt});
+        }
+        TRY(m_registry->Save(folders, files));
         m_baseline.MarkSaved();
         m_pendingFolders = {};
         m_pendingFiles.clear();
-        plan.folders.clear();
-        return glyphmoor::MakeProgramFolder(plan);
+        return {};
     }
     Status MakeFolder(const std::string& windowsPath) override {
         m_baseline.RecordCreatedFile(windowsPath);

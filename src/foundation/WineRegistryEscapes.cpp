@@ -2,6 +2,7 @@
 
 #include "foundation/Hex.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -41,16 +42,79 @@ std::size_t Utf8SequenceEnd(std::string_view text, std::size_t i) {
     return end;
 }
 
-Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::size_t& consumed) {
+std::size_t FindDelimiterOrEscape(std::string_view text, char delimiter, std::size_t from) {
+    for (std::size_t i = from; i < text.size(); ++i) {
+        if (text[i] == delimiter || text[i] == '\\') {
+            return i;
+        }
+    }
+    return std::string_view::npos;
+}
+
+bool EndsWithinText(std::string_view text, char delimiter) {
+    // An escape's digits and a UTF-8 sequence's bytes are never a delimiter
+    // or a backslash, so only the character right after a backslash needs
+    // skipping.
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == delimiter) {
+        if (text[i] == delimiter) {
+            return true;
+        }
+        if (text[i] == '\\') {
+            ++i;
+        }
+    }
+    return false;
+}
+
+namespace {
+
+// An escape that stands for the ASCII character after the backslash.
+bool StandsForItself(char escaped) {
+    static constexpr std::string_view kDecoded = "abefnrtvx01234567";
+    return static_cast<unsigned char>(escaped) < 0x80 && kDecoded.find(escaped) == std::string_view::npos;
+}
+
+// ASCII text whose escapes each stand for the character after the backslash
+// (a doubled backslash in a key path, an escaped quote), read without
+// decoding units; false when the text holds anything else.
+bool ReadPlainEscapedAscii(std::string_view text, char delimiter, std::size_t& consumed, std::string& out) {
+    auto ascii = [](std::string_view run) {
+        return std::all_of(run.begin(), run.end(),
+                           [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    };
+    std::size_t from = 0;
+    for (std::size_t i = FindDelimiterOrEscape(text, delimiter); i != std::string_view::npos;
+         i = FindDelimiterOrEscape(text, delimiter, from)) {
+        const std::string_view run = text.substr(from, i - from);
+        if (!ascii(run)) {
+            return false;
+        }
+        out += run;
+        if (text[i] == delimiter) {
             consumed = i + 1;
-            return std::string(text.substr(0, i));
+            return true;
         }
-        if (c == '\\' || static_cast<unsigned char>(c) >= 0x80) {
-            break;
+        if (i + 1 >= text.size() || !StandsForItself(text[i + 1])) {
+            return false;
         }
+        out += text[i + 1];
+        from = i + 2;
+    }
+    return false;
+}
+
+}  // namespace
+
+Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::size_t& consumed) {
+    const std::size_t plainEnd = FindDelimiterOrEscape(text, delimiter);
+    if (plainEnd != std::string_view::npos && text[plainEnd] == delimiter &&
+        std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plainEnd),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        consumed = plainEnd + 1;
+        return std::string(text.substr(0, plainEnd));
+    }
+    if (std::string simple; ReadPlainEscapedAscii(text, delimiter, consumed, simple)) {
+        return simple;
     }
     std::string out;
     out.reserve(text.size());

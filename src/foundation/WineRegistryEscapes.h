@@ -26,6 +26,13 @@ Result<std::u16string> UnescapeRegistryString(std::string_view text, char delimi
 // neither escapes nor non-ASCII characters and are taken as they stand.
 Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::size_t& consumed);
 
+// Where the first delimiter or backslash at or after from is; npos when none.
+// (std::string_view::find_first_of asks memchr once for each character.)
+std::size_t FindDelimiterOrEscape(std::string_view text, char delimiter, std::size_t from = 0);
+// Whether an unescaped delimiter ends the text: what UnescapeUnits checks,
+// without decoding anything.
+bool EndsWithinText(std::string_view text, char delimiter);
+
 // The unit an escape stands for; text[i] is the character after the
 // backslash, and i moves past the escape.
 char16_t DecodeEscape(std::string_view text, std::size_t& i);

@@ -129,7 +129,7 @@ private:
             case ReadState::Header:
                 return OnHeader(line);
             case ReadState::Preamble:
-                return OnPreamble(line, start);
+                return OnPreamble(line, start, next);
             case ReadState::Key:
                 return OnKeyLine(line, start, next);
         }
@@ -147,11 +147,11 @@ private:
 
     // Everything before the first key belongs to the preamble, but for the
     // blank lines and comments right before it, which lead the first key.
-    Status OnPreamble(std::string_view line, std::size_t start) {
+    Status OnPreamble(std::string_view line, std::size_t start, std::size_t next) {
         if (!line.empty() && line.front() == '[') {
             m_hive.preamble = std::string(Text(0, m_pendingStart == npos ? start : m_pendingStart));
             m_state = ReadState::Key;
-            return OnKeyLine(line, start, start);
+            return OnKeyLine(line, start, next);
         }
         if (!line.empty() && (line.front() == '"' || line.front() == '@')) {
             return Fail("a value outside of any key");
@@ -177,7 +177,7 @@ private:
             const std::size_t leadStart = m_pendingStart == npos ? start : m_pendingStart;
             FinishKey(leadStart);
             m_pendingStart = npos;
-            return StartKey(line, leadStart, start);
+            return StartKey(line, leadStart, start, next);
         }
         FlushPendingIntoKey(start);
         if (line.starts_with("#time=")) {
@@ -274,7 +274,8 @@ private:
         m_pendingStart = npos;
     }
 
-    Status StartKey(std::string_view line, std::size_t leadStart, std::size_t headerStart) {
+    Status StartKey(std::string_view line, std::size_t leadStart, std::size_t headerStart,
+                    std::size_t bodyStart) {
         std::size_t consumed = 0;
         auto path = ReadEscapedUtf8(line.substr(1), ']', consumed);
         if (!path) {
@@ -315,8 +316,7 @@ private:
             key->changed = true;
             (void)key->Values();
         }
-        const auto headerEnd = std::string_view(*m_text).find('\n', headerStart);
-        m_bodyStart = headerEnd == npos ? m_text->size() : headerEnd + 1;
+        m_bodyStart = bodyStart;
         key->hasSection = true;
         key->modified = modified;
         key->leading = Text(leadStart, headerStart);

@@ -51,7 +51,7 @@ Result<std::vector<std::uint8_t>> ParseHexBytes(std::string_view s) {
 // A string value's text up to its closing quote, as the registry keeps it:
 // UTF-16LE with its NUL. Plain ASCII text is copied as it stands.
 Result<RegValue> ParseStringData(std::string_view body, std::uint32_t type) {
-    const auto plainEnd = body.find_first_of("\"\\");
+    const auto plainEnd = FindDelimiterOrEscape(body, '"');
     if (plainEnd != std::string_view::npos && body[plainEnd] == '"') {
         bool ascii = true;
         for (std::size_t i = 0; i < plainEnd && ascii; ++i) {
@@ -138,12 +138,7 @@ Result<RegValue> ParseValueData(std::string_view s) {
 // Whether string data (after its opening quote) reads: as ParseStringData
 // reads it, without building it.
 bool StringDataReads(std::string_view body) {
-    const auto plainEnd = body.find_first_of("\"\\");
-    if (plainEnd != std::string_view::npos && body[plainEnd] == '"') {
-        return true;
-    }
-    std::size_t consumed = 0;
-    return UnescapeUnits(body, '"', consumed, [](char16_t) {}).ok();
+    return EndsWithinText(body, '"');
 }
 
 // Whether value data (after "=") reads, checked as ParseValueData reads it
@@ -220,7 +215,7 @@ bool ValueReads(std::string_view text, std::string& name) {
         name.clear();
         text.remove_prefix(1);
     } else {
-        const auto close = text.find_first_of("\"\\", 1);
+        const auto close = FindDelimiterOrEscape(text, '"', 1);
         std::size_t consumed = 0;
         if (close != std::string_view::npos && text[close] == '"' &&
             std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(close),

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace glyphmoor::test {
 namespace {
 
@@ -113,6 +115,34 @@ TEST(WineRegistryText, StringsAreEscapedAsWineEscapesThem) {
         EXPECT_EQ(consumed, c.escaped.size() + 1);
     }
     EXPECT_EQ(EscapeRegistryString(u"[x] \"y\"", "[]"), "\\[x\\] \"y\"");
+}
+
+// The reader's shortcuts for plain text and simple escapes must read exactly
+// what decoding unit by unit reads, whatever the text holds.
+TEST(WineRegistryText, ShortcutsReadWhatFullDecodingReads) {
+    static constexpr std::string_view kPieces[] = {
+        "a", "Z", "\\",       "\"",           "]",    "x",    "0", "7", "9",
+        "n", "e", "\xc3\xa9", "\xe6\x97\xa5", "\xff", "\x80", " "};
+    std::mt19937 random(20261124);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        const auto length = random() % 12;
+        for (std::uint32_t i = 0; i < length; ++i) {
+            text += kPieces[random() % std::size(kPieces)];
+        }
+        for (const char delimiter : {'"', ']'}) {
+            std::size_t expectedConsumed = 0;
+            const auto units = UnescapeRegistryString(text, delimiter, expectedConsumed);
+            std::size_t consumed = 0;
+            const auto utf8 = ReadEscapedUtf8(text, delimiter, consumed);
+            ASSERT_EQ(utf8.ok(), units.ok()) << text;
+            EXPECT_EQ(EndsWithinText(text, delimiter), units.ok()) << text;
+            if (units.ok()) {
+                EXPECT_EQ(*utf8, Utf16ToUtf8(*units)) << text;
+                EXPECT_EQ(consumed, expectedConsumed) << text;
+            }
+        }
+    }
 }
 
 TEST(WineRegistryText, ValuesAreWrittenAsWineWritesThem) {
