@@ -1,13 +1,10 @@
 #include "CliRun.h"
-#include "foundation/DefaultMachine.h"
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 
 namespace glyphmoor::test {
 namespace {
