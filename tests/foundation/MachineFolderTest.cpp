@@ -6,7 +6,6 @@
 #include "support/TempMachine.h"
 
 #include <gtest/gtest.h>
-#include <cstdlib>
 
 namespace glyphmoor::test {
 namespace {

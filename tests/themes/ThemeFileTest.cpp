@@ -4,7 +4,6 @@
 #include "foundation/modProfile.h"
 #include "themes/ThemeFile.h"
 
-#include <optional>
 #include <string>
 
 namespace glyphmoor::test {
