@@ -80,17 +80,30 @@ std::string IconFileInItem(const FolderItem& item, std::string_view file) {
     return ChildOf(item, file).path;
 }
 
+namespace {
+
+// The way back, saved before the change: Undo all removes the icon file the
+// program makes, or puts back the one it changes, and gives the folder back
+// its attributes. Returns the icon file on the host.
+Result<fs::path> RecordBeforeChange(Machine& machine, const FolderItem& item) {
+    const Environment& env = machine.Env();
+    const std::string iniPath = IconFileOf(item);
+    bool recorded = machine.Registry().RecordFileBefore(iniPath, env.HostPath(iniPath));
+    if (item.kind == FolderItemKind::Folder) {
+        recorded = machine.Registry().RecordFileBefore(item.path, env.HostPath(item.path)) || recorded;
+    }
+    if (recorded) {
+        TRY(machine.Save());
+    }
+    return env.HostPath(iniPath);
+}
+
+}  // namespace
+
 Status SetFolderIcon(Machine& machine, const FolderItem& item, const IconLocation& icon) {
     const Environment& env = machine.Env();
     TRY(ExistingItem(env, item));
-    const std::string iniPath = IconFileOf(item);
-    const fs::path ini = env.HostPath(iniPath);
-    std::error_code ec;
-    if (!fs::exists(fs::symlink_status(ini, ec))) {
-        // The way back: Undo all removes a file the program made.
-        machine.Registry().RecordCreatedFile(iniPath);
-        TRY(machine.Save());
-    }
+    const fs::path ini = TRY(RecordBeforeChange(machine, item));
     if (item.kind == FolderItemKind::Drive) {
         TRY(WriteProfileValue(ini, kAutorunSection, kAutorunIconKey, icon.Text()));
     } else {
@@ -106,7 +119,7 @@ Status SetFolderIcon(Machine& machine, const FolderItem& item, const IconLocatio
 Status RemoveFolderIcon(Machine& machine, const FolderItem& item) {
     const Environment& env = machine.Env();
     TRY(ExistingItem(env, item));
-    const fs::path ini = env.HostPath(IconFileOf(item));
+    const fs::path ini = TRY(RecordBeforeChange(machine, item));
     std::error_code ec;
     fs::remove(ini, ec);
     if (ec) {

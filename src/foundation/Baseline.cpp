@@ -1,7 +1,9 @@
 #include "foundation/Baseline.h"
 
 #include "foundation/ChangeLog.h"
+#include "foundation/FileIo.h"
 #include "foundation/Hive.h"
+#include "foundation/HostFiles.h"
 #include "foundation/TextEncoding.h"
 #include "foundation/modRegistry.h"
 
@@ -19,6 +21,9 @@ namespace {
 constexpr std::string_view kValuesList = "Values";
 constexpr std::string_view kKeysList = "Keys";
 constexpr std::string_view kFilesList = "Files";
+constexpr std::string_view kChangedFilesList = "Changed Files";
+constexpr std::string_view kPathName = "Path";
+constexpr std::string_view kAttributesName = "Attributes";
 constexpr std::string_view kKeyName = "Key";
 constexpr std::string_view kNameName = "Name";
 constexpr std::string_view kDataName = "Data";
@@ -55,46 +60,7 @@ std::string ValueText(const RegValue& value) {
     return DescribeRegValue(value);
 }
 
-// Plain store operations by path, on a store that does not record.
-std::optional<RegValue> ReadValue(RegistryStore& store, std::string_view keyPath, std::string_view name) {
-    std::string subkey(keyPath);
-    RootKey root = RootKey::None;
-    SplitRegPath(subkey, root);
-    RegHandle key = kNoHandle;
-    if (store.OpenKey(root, subkey, RegAccess::Read, key) != kErrorSuccess) {
-        return std::nullopt;
-    }
-    RegValue value;
-    const long status = store.QueryValue(key, name, value);
-    store.CloseKey(key);
-    return status == kErrorSuccess ? std::optional<RegValue>(std::move(value)) : std::nullopt;
-}
-
-bool WriteValue(RegistryStore& store, std::string_view keyPath, std::string_view name,
-                const RegValue& value) {
-    std::string subkey(keyPath);
-    RootKey root = RootKey::None;
-    SplitRegPath(subkey, root);
-    RegHandle key = kNoHandle;
-    if (store.CreateKey(root, subkey, key) != kErrorSuccess) {
-        return false;
-    }
-    const long status = store.SetValue(key, name, value);
-    store.CloseKey(key);
-    return status == kErrorSuccess;
-}
-
-void RemoveValue(RegistryStore& store, std::string_view keyPath, std::string_view name) {
-    std::string subkey(keyPath);
-    RootKey root = RootKey::None;
-    SplitRegPath(subkey, root);
-    RegHandle key = kNoHandle;
-    if (store.OpenKey(root, subkey, RegAccess::Write, key) == kErrorSuccess) {
-        store.DeleteValue(key, name);
-        store.CloseKey(key);
-    }
-}
-
+// Plain store operations by path (modRegistry), on a store that does not record.
 std::optional<RegKeyInfo> KeyInfo(RegistryStore& store, std::string_view keyPath) {
     std::string subkey(keyPath);
     RootKey root = RootKey::None;
@@ -132,7 +98,7 @@ std::vector<std::string> ReadList(RegistryStore& store, std::string_view list) {
     EnumRegValues(store, ListPath(list), names, datas);
     std::vector<std::string> out;
     for (const std::string& name : names) {
-        if (auto value = ReadValue(store, ListPath(list), name)) {
+        if (auto value = GetRegValue(store, ListPath(list), name)) {
             out.push_back(ValueText(*value));
         }
     }
@@ -145,12 +111,12 @@ std::vector<BaselineValue> ReadValueRecords(RegistryStore& store) {
     std::vector<BaselineValue> out;
     for (const std::string& number : numbers) {
         const std::string record = ListPath(kValuesList) + '\\' + number;
-        const auto key = ReadValue(store, record, kKeyName);
-        const auto name = ReadValue(store, record, kNameName);
+        const auto key = GetRegValue(store, record, kKeyName);
+        const auto name = GetRegValue(store, record, kNameName);
         if (!key || !name) {
             continue;
         }
-        out.push_back({ValueText(*key), ValueText(*name), ReadValue(store, record, kDataName)});
+        out.push_back({ValueText(*key), ValueText(*name), GetRegValue(store, record, kDataName)});
     }
     return out;
 }
@@ -186,6 +152,62 @@ std::string Describe(const std::optional<RegValue>& data) {
     }
 }
 
+std::vector<BaselineFile> ReadFileRecords(RegistryStore& store) {
+    std::vector<std::string> numbers;
+    EnumRegKeys(store, ListPath(kChangedFilesList), numbers);
+    std::vector<BaselineFile> out;
+    for (const std::string& number : numbers) {
+        const std::string record = ListPath(kChangedFilesList) + '\\' + number;
+        const auto path = GetRegValue(store, record, kPathName);
+        if (!path) {
+            continue;
+        }
+        BaselineFile file{ValueText(*path), std::nullopt, std::nullopt};
+        if (const auto data = GetRegValue(store, record, kDataName)) {
+            file.bytes = std::string(data->data.begin(), data->data.end());
+        }
+        const auto attributes = GetRegValue(store, record, kAttributesName);
+        if (attributes && attributes->type == kRegDword && attributes->data.size() == 4) {
+            file.attributes =
+                static_cast<std::uint32_t>(attributes->data[0] | attributes->data[1] << 8 |
+                                           attributes->data[2] << 16 | attributes->data[3] << 24);
+        }
+        out.push_back(std::move(file));
+    }
+    return out;
+}
+
+// Whether a recorded file or folder holds something else now.
+bool Differs(const BaselineFile& record, const Environment& env) {
+    const std::filesystem::path host = env.HostPath(record.path);
+    if (record.bytes) {
+        const auto now = ReadWholeFile(host, kMostRecordedFileBytes + 1);
+        if (!now || *now != *record.bytes) {
+            return true;
+        }
+    }
+    return record.attributes && ReadHostAttributes(host) != record.attributes;
+}
+
+// Puts a file or folder back as recorded; the reason when it cannot be.
+std::optional<std::string> PutBack(const BaselineFile& record, const Environment& env) {
+    const std::filesystem::path host = env.HostPath(record.path);
+    if (record.bytes) {
+        if (ReadHostAttributes(host)) {
+            (void)WriteHostAttributes(host, kAttrNormal);  // a read-only file cannot be replaced
+        }
+        if (Status written = WriteFileAtomically(host, *record.bytes); !written) {
+            return written.reason();
+        }
+    }
+    if (record.attributes && ReadHostAttributes(host) != record.attributes) {
+        if (Status set = WriteHostAttributes(host, *record.attributes); !set) {
+            return set.reason();
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 BaselineRegistry::BaselineRegistry(RegistryStore& inner) : m_inner(inner) {
@@ -197,6 +219,9 @@ BaselineRegistry::BaselineRegistry(RegistryStore& inner) : m_inner(inner) {
     }
     for (const std::string& file : ReadList(m_inner, kFilesList)) {
         m_recordedFiles.insert(Folded(file));
+    }
+    for (const BaselineFile& file : ReadFileRecords(m_inner)) {
+        m_recordedFiles.insert(Folded(file.path));
     }
 }
 
@@ -272,7 +297,29 @@ void BaselineRegistry::RecordCreatedFile(std::string_view windowsPath) {
     if (!m_recordedFiles.insert(Folded(windowsPath)).second) {
         return;
     }
-    WriteValue(m_inner, ListPath(kFilesList), AddRecord(kFilesList), TextValue(windowsPath));
+    SetRegValue(m_inner, ListPath(kFilesList), AddRecord(kFilesList), TextValue(windowsPath));
+}
+
+bool BaselineRegistry::RecordFileBefore(std::string_view windowsPath, const std::filesystem::path& host) {
+    const auto attributes = ReadHostAttributes(host);
+    if (!attributes) {
+        const bool added = !m_recordedFiles.contains(Folded(windowsPath));
+        RecordCreatedFile(windowsPath);
+        return added;
+    }
+    m_wroteMachine = true;
+    if (!m_recordedFiles.insert(Folded(windowsPath)).second) {
+        return false;
+    }
+    const std::string record = ListPath(kChangedFilesList) + '\\' + AddRecord(kChangedFilesList);
+    SetRegValue(m_inner, record, kPathName, TextValue(windowsPath));
+    if ((*attributes & kAttrDirectory) == 0) {
+        if (const auto bytes = ReadWholeFile(host, kMostRecordedFileBytes)) {
+            SetRegValue(m_inner, record, kDataName, RegValue{kRegBinary, {bytes->begin(), bytes->end()}});
+        }
+    }
+    SetRegDword(m_inner, record, kAttributesName, static_cast<std::int32_t>(*attributes));
+    return true;
 }
 
 // Anything outside the program's own key belongs to the machine; a write there
@@ -292,7 +339,7 @@ std::string BaselineRegistry::AddRecord(std::string_view list) {
     auto found = m_nextRecord.find(list);
     if (found == m_nextRecord.end()) {
         std::vector<std::string> names;
-        if (list == kValuesList) {
+        if (list == kValuesList || list == kChangedFilesList) {
             EnumRegKeys(m_inner, ListPath(list), names);
         } else {
             std::vector<std::string> datas;
@@ -312,12 +359,12 @@ void BaselineRegistry::RecordValue(const OpenPath& path, std::string_view name) 
     if (!m_recordedValues.insert(ValueId(keyPath, name)).second) {
         return;
     }
-    const std::optional<RegValue> before = ReadValue(m_inner, keyPath, name);
+    const std::optional<RegValue> before = GetRegValue(m_inner, keyPath, name);
     const std::string record = ListPath(kValuesList) + '\\' + AddRecord(kValuesList);
-    WriteValue(m_inner, record, kKeyName, TextValue(keyPath));
-    WriteValue(m_inner, record, kNameName, TextValue(name));
+    SetRegValue(m_inner, record, kKeyName, TextValue(keyPath));
+    SetRegValue(m_inner, record, kNameName, TextValue(name));
     if (before) {
-        WriteValue(m_inner, record, kDataName, *before);
+        SetRegValue(m_inner, record, kDataName, *before);
     }
 }
 
@@ -342,7 +389,7 @@ void BaselineRegistry::RecordMissingKeys(RootKey root, std::string_view subkey) 
         }
         const std::string keyPath = RegistryPathOf(root, partial);
         if (m_recordedKeys.insert(Folded(keyPath)).second) {
-            WriteValue(m_inner, ListPath(kKeysList), AddRecord(kKeysList), TextValue(keyPath));
+            SetRegValue(m_inner, ListPath(kKeysList), AddRecord(kKeysList), TextValue(keyPath));
         }
     }
 }
@@ -393,7 +440,7 @@ std::optional<RegValue> BaselineValueOf(RegistryStore& registry, std::string_vie
     if (auto recorded = RecordedValue(registry, keyPath, name)) {
         return *recorded;
     }
-    return ReadValue(registry, keyPath, name);
+    return GetRegValue(registry, keyPath, name);
 }
 
 bool RestoreRecordedValue(RegistryStore& registry, std::string_view keyPath, std::string_view name) {
@@ -402,9 +449,9 @@ bool RestoreRecordedValue(RegistryStore& registry, std::string_view keyPath, std
         return false;
     }
     if (*recorded) {
-        WriteValue(registry, keyPath, name, **recorded);
+        SetRegValue(registry, keyPath, name, **recorded);
     } else {
-        RemoveValue(registry, keyPath, name);
+        DeleteRegValue(registry, keyPath, name);
     }
     return true;
 }
@@ -418,7 +465,7 @@ UndoPlan PlanUndo(RegistryStore& registry, const Environment& env) {
         if (!seen.insert(ValueId(record.key, record.name)).second) {
             continue;
         }
-        if (ReadValue(registry, record.key, record.name) != record.data) {
+        if (GetRegValue(registry, record.key, record.name) != record.data) {
             plan.values.push_back(std::move(record));
         }
     }
@@ -435,6 +482,11 @@ UndoPlan PlanUndo(RegistryStore& registry, const Environment& env) {
         }
     }
     SortDeepestFirst(plan.files);
+    for (BaselineFile& file : ReadFileRecords(registry)) {
+        if (Differs(file, env)) {
+            plan.changedFiles.push_back(std::move(file));
+        }
+    }
     return plan;
 }
 
@@ -451,6 +503,9 @@ std::vector<std::string> DescribeUndo(const UndoPlan& plan) {
     for (const std::string& file : plan.files) {
         lines.push_back("remove file\t" + file);
     }
+    for (const BaselineFile& file : plan.changedFiles) {
+        lines.push_back("restore file\t" + file.path);
+    }
     return lines;
 }
 
@@ -459,9 +514,9 @@ std::vector<std::string> UndoAll(RegistryStore& registry, const Environment& env
     // Later records first, so the earliest record of a value has the last word.
     for (auto it = records.rbegin(); it != records.rend(); ++it) {
         if (it->data) {
-            WriteValue(registry, it->key, it->name, *it->data);
+            SetRegValue(registry, it->key, it->name, *it->data);
         } else {
-            RemoveValue(registry, it->key, it->name);
+            DeleteRegValue(registry, it->key, it->name);
         }
     }
     std::vector<std::string> keys = ReadList(registry, kKeysList);
@@ -473,6 +528,14 @@ std::vector<std::string> UndoAll(RegistryStore& registry, const Environment& env
         }
     }
     std::vector<std::string> kept;
+    for (const BaselineFile& file : ReadFileRecords(registry)) {
+        if (!Differs(file, env)) {
+            continue;
+        }
+        if (auto reason = PutBack(file, env)) {
+            kept.push_back(file.path + " (" + *reason + ")");
+        }
+    }
     std::vector<std::string> files = ReadList(registry, kFilesList);
     SortDeepestFirst(files);
     for (const std::string& file : files) {

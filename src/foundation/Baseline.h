@@ -8,17 +8,22 @@
 // program makes on the machine are recorded by their Windows paths. The
 // records live in the machine's own registry under kBaselinePath and are
 // saved with the change that caused them, so a saved change always has its
-// baseline beside it.
+// baseline beside it. A file the program changes or removes but did not make
+// (Msdos.sys, a folder's desktop.ini) is recorded with its bytes and
+// attributes, a folder whose attributes it changes with those.
 //
-// UndoAll returns every recorded value to its baseline, removes the keys the
-// program made (only when nothing else lives in them) and the files and
-// folders it made (a folder only when it is empty), then forgets the
-// baseline: the next change records a new one.
+// UndoAll returns every recorded value to its baseline, puts back the files
+// and attributes it recorded, removes the keys the program made (only when
+// nothing else lives in them) and the files and folders it made (a folder
+// only when it is empty), then forgets the baseline: the next change records
+// a new one.
 #pragma once
 
 #include "foundation/Environment.h"
 #include "foundation/RegistryStore.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
@@ -40,6 +45,19 @@ struct BaselineValue {
     std::string name;
     std::optional<RegValue> data;
 };
+
+// A file or folder the program changed but did not make, as it was before:
+// the bytes of a file, the attributes of either.
+struct BaselineFile {
+    std::string path;  // a Windows path of the machine
+    std::optional<std::string> bytes;
+    std::optional<std::uint32_t> attributes;
+};
+
+// The largest file whose bytes the baseline keeps: the small system files the
+// program edits (Msdos.sys, desktop.ini, autorun.inf) are far smaller. Of a
+// larger one only the attributes are kept.
+inline constexpr std::uint64_t kMostRecordedFileBytes = 64 * 1024;
 
 class BaselineRegistry final : public RegistryStore {
 public:
@@ -64,6 +82,11 @@ public:
 
     // The program made this file or folder (a Windows path of the machine).
     void RecordCreatedFile(std::string_view windowsPath);
+    // The program is about to change or remove the file or folder at host
+    // (windowsPath on the machine): the first time, what it holds now is
+    // recorded, or that the program makes it when it does not exist. True
+    // when a record was added, which must be saved before the change.
+    bool RecordFileBefore(std::string_view windowsPath, const std::filesystem::path& host);
 
     // The store under the records, for reading and restoring without recording.
     [[nodiscard]] RegistryStore& Inner() { return m_inner; }
@@ -115,8 +138,12 @@ struct UndoPlan {
     std::vector<std::string> keys;
     // Files and folders the program made that still exist, deepest first.
     std::vector<std::string> files;
+    // Files and folders it changed that differ from what they were.
+    std::vector<BaselineFile> changedFiles;
 
-    [[nodiscard]] bool Empty() const { return values.empty() && keys.empty() && files.empty(); }
+    [[nodiscard]] bool Empty() const {
+        return values.empty() && keys.empty() && files.empty() && changedFiles.empty();
+    }
 };
 
 // Reads the baseline of a registry (the inner store of a BaselineRegistry, or
@@ -127,9 +154,9 @@ UndoPlan PlanUndo(RegistryStore& registry, const Environment& env);
 std::vector<std::string> DescribeUndo(const UndoPlan& plan);
 
 // Carries out the whole baseline (not only the plan's differences): every
-// recorded value back, made keys and files removed, the records removed. The
-// registry still has to be saved by the caller. Files that cannot be removed
-// are named in the result.
+// recorded value, file and attribute back, made keys and files removed, the
+// records removed. The registry still has to be saved by the caller. Files
+// that cannot be removed or put back are named in the result.
 std::vector<std::string> UndoAll(RegistryStore& registry, const Environment& env);
 
 }  // namespace glyphmoor

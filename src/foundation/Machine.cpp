@@ -53,10 +53,7 @@ public:
     Status WriteDriveFile(const std::string& windowsPath, std::string bytes,
                           std::optional<std::uint32_t> attributes) override {
         const std::filesystem::path host = m_environment.HostPath(windowsPath);
-        std::error_code error;
-        if (!std::filesystem::exists(std::filesystem::symlink_status(host, error))) {
-            m_baseline.RecordCreatedFile(windowsPath);
-        }
+        m_baseline.RecordFileBefore(windowsPath, host);
         for (FileReplacement& pending : m_pendingFiles) {
             if (pending.file == host) {
                 pending = FileReplacement{host, TextPieces(std::move(bytes)), attributes};

@@ -45,10 +45,8 @@ public:
     Status WriteDriveFile(const std::string& windowsPath, std::string bytes,
                           std::optional<std::uint32_t> attributes) override {
         const std::filesystem::path host = m_environment.HostPath(windowsPath);
+        m_baseline.RecordFileBefore(windowsPath, host);
         std::error_code error;
-        if (!std::filesystem::exists(host, error)) {
-            m_baseline.RecordCreatedFile(windowsPath);
-        }
         if (attributes && std::filesystem::exists(host, error)) {
             TRY(WriteHostAttributes(host, kAttrNormal));  // a read-only file cannot be replaced
         }

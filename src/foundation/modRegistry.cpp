@@ -230,6 +230,14 @@ long SetRegBinary(RegistryStore& store, std::string_view path, std::string_view 
     });
 }
 
+std::optional<RegValue> GetRegValue(RegistryStore& store, std::string_view path, std::string_view name) {
+    return ReadValue(store, path, name);
+}
+
+long SetRegValue(RegistryStore& store, std::string_view path, std::string_view name, const RegValue& value) {
+    return WithWritableKey(store, path, [&](RegHandle key) { return store.SetValue(key, name, value); });
+}
+
 long DeleteRegValue(RegistryStore& store, std::string_view path, std::string_view name) {
     long rc = kErrorSuccess;
     const RegHandle handle = Open(store, path, RegAccess::Write, &rc);

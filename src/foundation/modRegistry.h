@@ -13,6 +13,7 @@
 #include "foundation/RegistryStore.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,6 +41,10 @@ long SetRegDword(RegistryStore& store, std::string_view path, std::string_view n
 // character's code in the ANSI code page (Windows-1252).
 std::string GetRegBinary(RegistryStore& store, std::string_view path, std::string_view name);
 long SetRegBinary(RegistryStore& store, std::string_view path, std::string_view name, std::string_view text);
+// A value as the registry keeps it (type and bytes); nothing when the key or
+// the value is absent.
+std::optional<RegValue> GetRegValue(RegistryStore& store, std::string_view path, std::string_view name);
+long SetRegValue(RegistryStore& store, std::string_view path, std::string_view name, const RegValue& value);
 long DeleteRegValue(RegistryStore& store, std::string_view path, std::string_view name);
 long DeleteRegKey(RegistryStore& store, std::string_view parentPath, std::string_view subkey);
 long CreateRegKey(RegistryStore& store, std::string_view path);

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -201,21 +202,46 @@ TEST_F(FolderIcons, MissingFolderIsAnErrorAndNothingIsMade) {
     EXPECT_TRUE(PlanUndo(m_machine->Registry().Inner(), m_machine->Env()).files.empty());
 }
 
-TEST_F(FolderIcons, UndoAllRemovesTheFilesTheProgramMade) {
-    fs::create_directories(Host("C:\\Work\\Old"));
-    Write("C:\\Work\\Old\\desktop.ini", "[.ShellClassInfo]\r\nInfoTip=mine\r\n");
+// Undo all removes the icon files the program made, puts back a desktop.ini
+// it changed or removed, byte for byte, and the folders' attributes.
+TEST_F(FolderIcons, UndoAllGivesBackEveryIconFileAndFolderAsItWas) {
+    const std::string theirs = "[.ShellClassInfo]\r\nInfoTip=mine\r\n";
+    for (const char* folder : {"C:\\Work\\Old", "C:\\Work\\Gone"}) {
+        fs::create_directories(Host(folder));
+        Write(std::string(folder) + "\\desktop.ini", theirs);
+        ASSERT_TRUE(WriteHostAttributes(Host(std::string(folder) + "\\desktop.ini"), kAttrHidden).ok());
+    }
+    const FolderItem old{"C:\\Work\\Old", FolderItemKind::Folder};
+    const FolderItem gone{"C:\\Work\\Gone", FolderItemKind::Folder};
     ASSERT_TRUE(SetFolderIcon(*m_machine, kWork, {"C:\\a.ico", 0}).ok());
-    ASSERT_TRUE(SetFolderIcon(*m_machine, {"C:\\Work\\Old", FolderItemKind::Folder}, {"C:\\a.ico", 0}).ok());
+    ASSERT_TRUE(SetFolderIcon(*m_machine, old, {"C:\\a.ico", 0}).ok());
+    ASSERT_TRUE(RemoveFolderIcon(*m_machine, gone).ok());
     ASSERT_TRUE(SetFolderIcon(*m_machine, kDriveC, {"C:\\a.ico", 0}).ok());
-    const UndoPlan plan = PlanUndo(m_machine->Registry().Inner(), m_machine->Env());
-    EXPECT_NE(std::find(plan.files.begin(), plan.files.end(), "C:\\Work\\desktop.ini"), plan.files.end());
-    EXPECT_NE(std::find(plan.files.begin(), plan.files.end(), "C:\\autorun.inf"), plan.files.end());
-    EXPECT_EQ(std::find(plan.files.begin(), plan.files.end(), "C:\\Work\\Old\\desktop.ini"),
-              plan.files.end());
-    UndoAll(m_machine->Registry().Inner(), m_machine->Env());
+
+    auto reopened = m_folder.Open();  // the records were saved before the changes
+    const UndoPlan plan = PlanUndo(reopened->Registry().Inner(), reopened->Env());
+    auto lists = [&](std::string_view line) {
+        const auto described = DescribeUndo(plan);
+        return std::find(described.begin(), described.end(), line) != described.end();
+    };
+    EXPECT_TRUE(lists("remove file\tC:\\Work\\desktop.ini"));
+    EXPECT_TRUE(lists("remove file\tC:\\autorun.inf"));
+    EXPECT_TRUE(lists("restore file\tC:\\Work\\Old\\desktop.ini"));
+    EXPECT_TRUE(lists("restore file\tC:\\Work\\Gone\\desktop.ini"));
+    EXPECT_TRUE(lists("restore file\tC:\\Work"));
+
+    EXPECT_EQ(UndoAll(reopened->Registry().Inner(), reopened->Env()), std::vector<std::string>{});
     EXPECT_FALSE(fs::exists(Host("C:\\Work\\desktop.ini")));
     EXPECT_FALSE(fs::exists(Host("C:\\autorun.inf")));
-    EXPECT_TRUE(fs::exists(Host("C:\\Work\\Old\\desktop.ini")));
+    for (const char* folder : {"C:\\Work", "C:\\Work\\Old", "C:\\Work\\Gone"}) {
+        SCOPED_TRACE(folder);
+        EXPECT_EQ(Attributes(folder), kFolder);
+    }
+    for (const char* ini : {"C:\\Work\\Old\\desktop.ini", "C:\\Work\\Gone\\desktop.ini"}) {
+        SCOPED_TRACE(ini);
+        EXPECT_EQ(Read(ini), theirs);
+        EXPECT_EQ(Attributes(ini), kHiddenFile);
+    }
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "foundation/Baseline.h"
+#include "foundation/HostFiles.h"
 #include "foundation/Machine.h"
 #include "foundation/modRegistry.h"
 #include "support/PrefixSnapshot.h"
@@ -6,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
 #include <functional>
 
 namespace glyphmoor::test {
@@ -108,6 +111,34 @@ TEST(Baseline, PlanListsOnlyWhatDiffersAndSaysHow) {
         << "a file that does not exist is not listed";
     EXPECT_EQ(RestoreRecordedValue(machine->Registry(), kKey, "Nothing"), false);
     EXPECT_EQ(BaselineValueOf(machine->Registry(), kKey, "Added"), std::nullopt);
+}
+
+// A system file the program rewrites (Msdos.sys) comes back byte for byte with
+// its attributes; one it made goes. The records outlive the process.
+TEST(Baseline, UndoingPutsBackTheFilesTheProgramRewrote) {
+    TempMachine folder(System());
+    const std::string before = "[Options]\r\nBootGUI=1\r\n";
+    {
+        auto machine = folder.Open();
+        const auto host = machine->Env().HostPath("C:\\MSDOS.SYS");
+        std::ofstream(host, std::ios::binary) << before;
+        ASSERT_TRUE(WriteHostAttributes(host, kAttrReadOnly | kAttrHidden).ok());
+        ASSERT_TRUE(machine->WriteDriveFile("C:\\MSDOS.SYS", "[Options]\r\nBootGUI=0\r\n", kAttrSystem).ok());
+        ASSERT_TRUE(machine->WriteDriveFile("C:\\MSDOS.SYS", "[Options]\r\nLogo=0\r\n", kAttrSystem).ok());
+        ASSERT_TRUE(machine->WriteDriveFile("C:\\NEW.SYS", "new", std::nullopt).ok());
+        ASSERT_TRUE(machine->Save().ok());
+    }
+    auto machine = folder.Open();
+    const auto host = machine->Env().HostPath("C:\\MSDOS.SYS");
+    ASSERT_NE(FileBytes(host), before);
+    const auto described = DescribeUndo(PlanUndo(machine->Registry().Inner(), machine->Env()));
+    EXPECT_EQ(std::count(described.begin(), described.end(), "restore file\tC:\\MSDOS.SYS"), 1);
+    EXPECT_EQ(std::count(described.begin(), described.end(), "remove file\tC:\\NEW.SYS"), 1);
+
+    EXPECT_EQ(UndoAll(machine->Registry().Inner(), machine->Env()), std::vector<std::string>{});
+    EXPECT_EQ(FileBytes(host), before);
+    EXPECT_EQ(ReadHostAttributes(host), kAttrArchive | kAttrReadOnly | kAttrHidden);
+    EXPECT_FALSE(std::filesystem::exists(machine->Env().HostPath("C:\\NEW.SYS")));
 }
 
 }  // namespace
