@@ -211,6 +211,14 @@ std::optional<std::string> PutBack(const BaselineFile& record, const Environment
 }  // namespace
 
 BaselineRegistry::BaselineRegistry(RegistryStore& inner) : m_inner(inner) {
+    ReadRecords();
+}
+
+void BaselineRegistry::ReadRecords() {
+    m_recordedValues.clear();
+    m_recordedKeys.clear();
+    m_recordedFiles.clear();
+    m_nextRecord.clear();
     for (const BaselineValue& record : ReadValueRecords(m_inner)) {
         m_recordedValues.insert(ValueId(record.key, record.name));
     }

@@ -90,6 +90,10 @@ public:
 
     // The store under the records, for reading and restoring without recording.
     [[nodiscard]] RegistryStore& Inner() { return m_inner; }
+    // Learns again which values, keys and files have records, from the store
+    // under it: when made, and after UndoAll has forgotten them there, so
+    // that the next change records a new baseline.
+    void ReadRecords();
 
 private:
     struct OpenPath {

@@ -73,6 +73,18 @@ TEST(Baseline, UndoingGivesBackWhatEachKindOfChangeTouched) {
     }
 }
 
+// A machine kept open after Undo all records the next change anew.
+TEST(Baseline, AChangeAfterUndoingHasAWayBackToo) {
+    TempMachine folder(System());
+    auto machine = folder.Open();
+    SetRegString(machine->Registry(), kKey, "Name", "first");
+    UndoAll(machine->Registry().Inner(), machine->Env());
+    machine->Registry().ReadRecords();
+    SetRegString(machine->Registry(), kKey, "Name", "second");
+    UndoAll(machine->Registry().Inner(), machine->Env());
+    EXPECT_EQ(GetRegString(machine->Registry(), kKey, "Name"), "Shell");
+}
+
 TEST(Baseline, TheProgramsOwnKeyIsNotPartOfIt) {
     TempMachine folder(System());
     auto machine = folder.Open();

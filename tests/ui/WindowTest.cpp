@@ -292,6 +292,12 @@ private slots:
         QCOMPARE(Stored(kWindowMetrics, "Shell Icon Size"), std::string("Error"));
         QCOMPARE(m_window->Catalogue().Find("Start Icons", "Run")->Current().Text(),
                  std::string("C:\\WINDOWS\\SYSTEM\\shell32.dll,24"));
+        // A change made after the undo, in the same window, has its way back too.
+        QVERIFY(ChangeIcon(m_window->Catalogue(), m_window->State(), 2, run,
+                           {"C:\\WINDOWS\\SYSTEM\\shell32.dll", 8}));
+        m_window->ApplyChanges();
+        QVERIFY(m_window->Dispatch("mnuTools(6)"));
+        QCOMPARE(Stored(kShellIcons, "24"), before);
         // Nothing left to undo: a notice, no list.
         listed = -1;
         QVERIFY(m_window->Dispatch("mnuTools(6)"));

@@ -370,6 +370,7 @@ void Main::UndoAllCommand() {
     }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const std::vector<std::string> kept = UndoAll(registry, m_machine.Env());
+    m_machine.Registry().ReadRecords();
     const Status saved = m_machine.Save();
     m_machine.Sys().BroadcastSettingChange(kSpiSetIconMetrics, std::nullopt);
     // What was staged belonged to the machine as it was; the lists read it again.
