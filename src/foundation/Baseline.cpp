@@ -105,12 +105,19 @@ std::vector<std::string> ReadList(RegistryStore& store, std::string_view list) {
     return out;
 }
 
-std::vector<BaselineValue> ReadValueRecords(RegistryStore& store) {
+// The keys of a list whose records are keys of their own, in record order.
+std::vector<std::string> RecordKeys(RegistryStore& store, std::string_view list) {
     std::vector<std::string> numbers;
-    EnumRegKeys(store, ListPath(kValuesList), numbers);
+    EnumRegKeys(store, ListPath(list), numbers);
+    for (std::string& number : numbers) {
+        number = ListPath(list) + '\\' + number;
+    }
+    return numbers;
+}
+
+std::vector<BaselineValue> ReadValueRecords(RegistryStore& store) {
     std::vector<BaselineValue> out;
-    for (const std::string& number : numbers) {
-        const std::string record = ListPath(kValuesList) + '\\' + number;
+    for (const std::string& record : RecordKeys(store, kValuesList)) {
         const auto key = GetRegValue(store, record, kKeyName);
         const auto name = GetRegValue(store, record, kNameName);
         if (!key || !name) {
@@ -153,11 +160,8 @@ std::string Describe(const std::optional<RegValue>& data) {
 }
 
 std::vector<BaselineFile> ReadFileRecords(RegistryStore& store) {
-    std::vector<std::string> numbers;
-    EnumRegKeys(store, ListPath(kChangedFilesList), numbers);
     std::vector<BaselineFile> out;
-    for (const std::string& number : numbers) {
-        const std::string record = ListPath(kChangedFilesList) + '\\' + number;
+    for (const std::string& record : RecordKeys(store, kChangedFilesList)) {
         const auto path = GetRegValue(store, record, kPathName);
         if (!path) {
             continue;
