@@ -172,9 +172,11 @@ std::vector<BaselineFile> ReadFileRecords(RegistryStore& store) {
         }
         const auto attributes = GetRegValue(store, record, kAttributesName);
         if (attributes && attributes->type == kRegDword && attributes->data.size() == 4) {
-            file.attributes =
-                static_cast<std::uint32_t>(attributes->data[0] | attributes->data[1] << 8 |
-                                           attributes->data[2] << 16 | attributes->data[3] << 24);
+            std::uint32_t bits = 0;
+            for (std::size_t i = 4; i-- > 0;) {
+                bits = bits << 8 | attributes->data[i];
+            }
+            file.attributes = bits;
         }
         out.push_back(std::move(file));
     }
@@ -197,10 +199,14 @@ bool Differs(const BaselineFile& record, const Environment& env) {
 std::optional<std::string> PutBack(const BaselineFile& record, const Environment& env) {
     const std::filesystem::path host = env.HostPath(record.path);
     if (record.bytes) {
-        if (ReadHostAttributes(host)) {
+        const auto current = ReadHostAttributes(host);
+        if (current) {
             (void)WriteHostAttributes(host, kAttrNormal);  // a read-only file cannot be replaced
         }
         if (Status written = WriteFileAtomically(host, *record.bytes); !written) {
+            if (current) {
+                (void)WriteHostAttributes(host, *current);
+            }
             return written.reason();
         }
     }

@@ -153,5 +153,20 @@ TEST(Baseline, UndoingPutsBackTheFilesTheProgramRewrote) {
     EXPECT_FALSE(std::filesystem::exists(machine->Env().HostPath("C:\\NEW.SYS")));
 }
 
+// Records are the machine's registry, which anyone may edit: any attributes
+// read back whole, a record without its path is passed over.
+TEST(Baseline, FileRecordsEditedByHandAreReadAsTheyStand) {
+    TempMachine folder(System());
+    auto machine = folder.Open();
+    RegistryStore& inner = machine->Registry().Inner();
+    const std::string records = std::string(kBaselinePath) + "\\Changed Files\\";
+    SetRegString(inner, records + "00000001", "Path", "C:\\Gone");
+    SetRegDword(inner, records + "00000001", "Attributes", -1);
+    SetRegDword(inner, records + "00000002", "Attributes", 2);
+    const UndoPlan plan = PlanUndo(inner, machine->Env());
+    ASSERT_EQ(plan.changedFiles.size(), 1U);
+    EXPECT_EQ(plan.changedFiles[0].attributes, 0xFFFFFFFFU);
+}
+
 }  // namespace
 }  // namespace glyphmoor::test
