@@ -106,13 +106,6 @@ bool ReadPlainEscapedAscii(std::string_view text, char delimiter, std::size_t& c
 }  // namespace
 
 Result<std::string> ReadEscapedUtf8(std::string_view text, char delimiter, std::size_t& consumed) {
-    const std::size_t plainEnd = FindDelimiterOrEscape(text, delimiter);
-    if (plainEnd != std::string_view::npos && text[plainEnd] == delimiter &&
-        std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plainEnd),
-                    [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
-        consumed = plainEnd + 1;
-        return std::string(text.substr(0, plainEnd));
-    }
     if (std::string simple; ReadPlainEscapedAscii(text, delimiter, consumed, simple)) {
         return simple;
     }
